@@ -1,0 +1,2 @@
+#include "localisation/model/LanguageLookup.h"
+// Implementation lands with the localisation work.

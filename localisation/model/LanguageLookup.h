@@ -1,0 +1,55 @@
+// Every text the operator sees comes from a language file beside the program,
+// looked up key by key, with an optional "oem-" file that overrides single
+// texts. Each lookup opens, scans and closes the file anew.
+#pragma once
+
+#include "shell/model/CodePage.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+#include <map>
+
+namespace quenby {
+
+// The text of a key in the current language; the key itself when no file has
+// a text for it. Trims the caller's key of blanks as a side effect.
+QString GetLanguageText(QString& key);
+QString GetLanguageText(const QString& key);
+
+// The text behind the first line of `file` whose key equals `key`, or "".
+// A file that cannot be opened raises the run-time failure.
+QString FindKeyInLanguageFile(const QString& key, const QString& file);
+
+// Drops blanks and tabs at both ends.
+QString TrimSpacesAndTabs(const QString& text);
+
+// The current language file's name up to its first point: "en", "fr", "polish".
+QString GetLanguageCode();
+
+// The code page a language file is written in: Windows-1250 for the Polish
+// files (and their oem- files), Windows-1252 for the others.
+CodePage languageFileCodePage(const QString& file);
+
+// The file of a language word: AppPath + sep + "en.lng" for "ENGLISH",
+// "fr.lng" for "FRANCAIS", "polish.lng" for "POLISH"; "" for any other word.
+QString languageFilePath(const QString& language);
+
+// What the windows plug into the language loader: the fill routines by name,
+// the language menu's enabled state and the load of the upload window.
+struct LanguageHooks
+{
+    std::map<QString, std::function<void()>> fillers;
+    std::function<void(bool)> setLanguageMenuEnabled;
+    std::function<void()> loadUploadDevice;
+};
+LanguageHooks& languageHooks();
+
+// The fill routines in the order the loader calls them.
+const QStringList& languageFillOrder();
+
+// Sets LangFilePath through CommonDialog1's file name and refills every window.
+void LoadLanguage(const QString& language);
+
+} // namespace quenby

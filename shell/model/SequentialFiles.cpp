@@ -1,0 +1,227 @@
+#include "shell/model/SequentialFiles.h"
+
+#include "shell/model/RuntimeError.h"
+
+#include <QByteArray>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+namespace quenby {
+
+namespace {
+constexpr qint64 ChunkSize = 64 * 1024;
+}
+
+struct SequentialFiles::File
+{
+    QFile handle;
+    Mode mode = Mode::Input;
+    CodePage page = CodePage::Windows1252;
+    QByteArray buffer;
+    qsizetype next = 0;    // index of the next unread byte in buffer
+    qint64 bufferStart = 0; // file offset of buffer[0]
+
+    // The next byte, or -1 at the end of the file.
+    int peek()
+    {
+        if (next >= buffer.size()) {
+            bufferStart += buffer.size();
+            buffer = handle.read(ChunkSize);
+            next = 0;
+            if (buffer.isEmpty())
+                return -1;
+        }
+        return static_cast<unsigned char>(buffer[next]);
+    }
+    int get()
+    {
+        const int c = peek();
+        if (c >= 0)
+            ++next;
+        return c;
+    }
+    // Consumes the end of a line if one stands next: CR LF, CR or LF.
+    void skipLineEnd()
+    {
+        const int c = peek();
+        if (c == '\r') {
+            ++next;
+            if (peek() == '\n')
+                ++next;
+        } else if (c == '\n') {
+            ++next;
+        }
+    }
+    qint64 offset() const { return bufferStart + next; }
+};
+
+SequentialFiles& SequentialFiles::instance()
+{
+    static SequentialFiles files;
+    return files;
+}
+
+SequentialFiles::SequentialFiles() = default;
+SequentialFiles::~SequentialFiles() = default;
+
+Int16 SequentialFiles::freeFile() const
+{
+    for (Int16 n = 1; n <= MaxFileNumber; ++n)
+        if (!m_files.count(n))
+            return n;
+    raiseRuntimeError(err::TooManyFiles);
+}
+
+void SequentialFiles::open(Int16 fileNo, const QString& path, Mode mode, CodePage page)
+{
+    if (fileNo < 1 || fileNo > MaxFileNumber)
+        raiseRuntimeError(err::BadFileNameOrNumber, path);
+    if (m_files.count(fileNo))
+        raiseRuntimeError(err::FileAlreadyOpen, path);
+    auto f = std::make_unique<File>();
+    f->mode = mode;
+    f->page = page;
+    f->handle.setFileName(path);
+    const QFileInfo info(path);
+    if (path.isEmpty())
+        raiseRuntimeError(err::BadFileNameOrNumber, path);
+    if (mode == Mode::Input) {
+        if (!info.exists())
+            raiseRuntimeError(err::FileNotFound, path);
+        if (info.isDir() || !f->handle.open(QIODevice::ReadOnly))
+            raiseRuntimeError(err::PathFileAccessError, path);
+    } else {
+        if (!info.absoluteDir().exists())
+            raiseRuntimeError(err::PathNotFound, path);
+        const auto flags = mode == Mode::Output ? QIODevice::WriteOnly | QIODevice::Truncate
+                                                : QIODevice::WriteOnly | QIODevice::Append;
+        if (info.isDir() || !f->handle.open(flags))
+            raiseRuntimeError(err::PathFileAccessError, path);
+    }
+    m_files.emplace(fileNo, std::move(f));
+}
+
+void SequentialFiles::close(Int16 fileNo)
+{
+    m_files.erase(fileNo);
+}
+
+void SequentialFiles::closeAll()
+{
+    m_files.clear();
+}
+
+bool SequentialFiles::isOpen(Int16 fileNo) const
+{
+    return m_files.count(fileNo) != 0;
+}
+
+SequentialFiles::File& SequentialFiles::file(Int16 fileNo) const
+{
+    const auto it = m_files.find(fileNo);
+    if (it == m_files.end())
+        raiseRuntimeError(err::BadFileNameOrNumber, QStringLiteral("file #%1").arg(fileNo));
+    return *it->second;
+}
+
+SequentialFiles::File& SequentialFiles::readable(Int16 fileNo) const
+{
+    File& f = file(fileNo);
+    if (f.mode != Mode::Input)
+        raiseRuntimeError(err::BadFileMode, f.handle.fileName());
+    return f;
+}
+
+QString SequentialFiles::path(Int16 fileNo) const
+{
+    return file(fileNo).handle.fileName();
+}
+
+SequentialFiles::Mode SequentialFiles::mode(Int16 fileNo) const
+{
+    return file(fileNo).mode;
+}
+
+QString SequentialFiles::lineInput(Int16 fileNo)
+{
+    File& f = readable(fileNo);
+    if (f.peek() < 0)
+        raiseRuntimeError(err::InputPastEndOfFile, f.handle.fileName());
+    QByteArray line;
+    for (int c = f.peek(); c >= 0 && c != '\r' && c != '\n'; c = f.peek()) {
+        line.append(static_cast<char>(c));
+        ++f.next;
+    }
+    f.skipLineEnd();
+    return decodeText(line, f.page);
+}
+
+QString SequentialFiles::input(Int16 fileNo)
+{
+    File& f = readable(fileNo);
+    int c = f.peek();
+    while (c == ' ' || c == '\t') {
+        ++f.next;
+        c = f.peek();
+    }
+    if (c < 0)
+        raiseRuntimeError(err::InputPastEndOfFile, f.handle.fileName());
+    QByteArray item;
+    if (c == '"') {
+        ++f.next;
+        for (c = f.get(); c >= 0 && c != '"'; c = f.get())
+            item.append(static_cast<char>(c));
+        // Whatever stands between the closing quote and the delimiter is dropped.
+        for (c = f.peek(); c >= 0 && c != ',' && c != '\r' && c != '\n'; c = f.peek())
+            ++f.next;
+    } else {
+        for (; c >= 0 && c != ',' && c != '\r' && c != '\n'; c = f.peek()) {
+            item.append(static_cast<char>(c));
+            ++f.next;
+        }
+    }
+    if (c == ',')
+        ++f.next;
+    else
+        f.skipLineEnd();
+    return decodeText(item, f.page);
+}
+
+bool SequentialFiles::eof(Int16 fileNo)
+{
+    File& f = file(fileNo);
+    if (f.mode != Mode::Input)
+        return true;
+    return f.peek() < 0;
+}
+
+void SequentialFiles::seek(Int16 fileNo, qint64 position)
+{
+    File& f = file(fileNo);
+    if (position < 1)
+        raiseRuntimeError(err::BadRecordNumber, f.handle.fileName());
+    f.handle.seek(position - 1);
+    f.buffer.clear();
+    f.next = 0;
+    f.bufferStart = position - 1;
+}
+
+qint64 SequentialFiles::position(Int16 fileNo) const
+{
+    File& f = file(fileNo);
+    return (f.mode == Mode::Input ? f.offset() : f.handle.pos()) + 1;
+}
+
+void SequentialFiles::printLine(Int16 fileNo, QStringView text)
+{
+    File& f = file(fileNo);
+    if (f.mode == Mode::Input)
+        raiseRuntimeError(err::BadFileMode, f.handle.fileName());
+    QByteArray bytes = encodeText(text, f.page);
+    bytes.append("\r\n", 2);
+    if (f.handle.write(bytes) != bytes.size() || !f.handle.flush())
+        raiseRuntimeError(err::DeviceIoError, f.handle.fileName());
+}
+
+} // namespace quenby

@@ -1,0 +1,67 @@
+// Platform services that show something or wait for the operator, seen from
+// the model. The program plugs in Qt implementations; tests plug in scripted
+// ones, so every road of the system runs without a screen.
+#pragma once
+
+#include <QString>
+
+namespace quenby {
+
+enum class MsgIcon { None, Critical, Question, Exclamation, Information };
+enum class MsgButtons { Ok, OkCancel, YesNo, YesNoCancel, RetryCancel, AbortRetryIgnore };
+enum class MsgAnswer { Ok, Cancel, Yes, No, Retry, Abort, Ignore };
+
+class MessageService
+{
+public:
+    virtual ~MessageService() = default;
+    // A message box; an empty title means the box has no title of its own.
+    virtual MsgAnswer show(const QString& text, MsgButtons buttons, MsgIcon icon,
+                           const QString& title) = 0;
+};
+
+// Flags of the folder picker, as the browse record holds them.
+namespace browse {
+inline constexpr int FileSystemFoldersOnly = 1;
+inline constexpr int DontGoBelowDomain = 4;
+inline constexpr int NewStyle = 64;
+inline constexpr int IncludeFiles = 16384;
+} // namespace browse
+
+class FolderDialogService
+{
+public:
+    virtual ~FolderDialogService() = default;
+    // The chosen folder, or "" when the operator cancels. `flags` is the
+    // browse record's flag word; `startFolder` is "" or the folder to select.
+    virtual QString browseForFolder(const QString& title, const QString& startFolder,
+                                    int flags) = 0;
+};
+
+class ProgramControl
+{
+public:
+    virtual ~ProgramControl() = default;
+    // Ends the process at once with the given status. Does not return.
+    virtual void endProgram(int exitCode) = 0;
+};
+
+struct Services
+{
+    MessageService* messages = nullptr;
+    FolderDialogService* folders = nullptr;
+    ProgramControl* program = nullptr;
+};
+
+// The services in use. The program ending is plain process exit until the
+// shell or a test puts another in.
+Services& services();
+
+// Shows a message through the message service.
+MsgAnswer showMessage(const QString& text, MsgButtons buttons = MsgButtons::Ok,
+                      MsgIcon icon = MsgIcon::None, const QString& title = {});
+
+// Ends the program through the program service.
+[[noreturn]] void endProgram(int exitCode);
+
+} // namespace quenby

@@ -1,0 +1,39 @@
+#include "tests/support/ScriptedServices.h"
+
+namespace quenby::testing {
+
+MsgAnswer ScriptedMessages::show(const QString& text, MsgButtons buttons, MsgIcon icon,
+                                 const QString& title)
+{
+    shown.push_back({text, buttons, icon, title});
+    if (answers.empty())
+        return MsgAnswer::Ok;
+    const MsgAnswer a = answers.front();
+    answers.pop_front();
+    return a;
+}
+
+QString ScriptedFolders::browseForFolder(const QString& title, const QString& startFolder,
+                                         int flags)
+{
+    requests.push_back({title, startFolder, flags});
+    if (answers.empty())
+        return {};
+    QString a = answers.front();
+    answers.pop_front();
+    return a;
+}
+
+ScriptedServices::ScriptedServices() : m_saved(services())
+{
+    services().messages = &messages;
+    services().folders = &folders;
+    services().program = &program;
+}
+
+ScriptedServices::~ScriptedServices()
+{
+    services() = m_saved;
+}
+
+} // namespace quenby::testing

@@ -1,0 +1,79 @@
+// Scripted stand-ins for the services that show or wait, for tests: message
+// boxes answer from a queue and record what they showed, the folder picker
+// answers from a queue, and ending the program throws ProgramEnded so that a
+// test can see the end without losing its process.
+#pragma once
+
+#include "shell/model/Services.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <deque>
+#include <stdexcept>
+#include <vector>
+
+namespace quenby::testing {
+
+struct ShownMessage
+{
+    QString text;
+    MsgButtons buttons;
+    MsgIcon icon;
+    QString title;
+};
+
+class ScriptedMessages final : public MessageService
+{
+public:
+    MsgAnswer show(const QString& text, MsgButtons buttons, MsgIcon icon,
+                   const QString& title) override;
+    std::deque<MsgAnswer> answers; // taken from the front; empty answers Ok
+    std::vector<ShownMessage> shown;
+};
+
+struct FolderRequest
+{
+    QString title;
+    QString startFolder;
+    int flags;
+};
+
+class ScriptedFolders final : public FolderDialogService
+{
+public:
+    QString browseForFolder(const QString& title, const QString& startFolder, int flags) override;
+    std::deque<QString> answers; // empty answers "" (cancel)
+    std::vector<FolderRequest> requests;
+};
+
+struct ProgramEnded : std::runtime_error
+{
+    explicit ProgramEnded(int code) : std::runtime_error("program ended"), exitCode(code) {}
+    int exitCode;
+};
+
+class ScriptedProgram final : public ProgramControl
+{
+public:
+    void endProgram(int exitCode) override { throw ProgramEnded(exitCode); }
+};
+
+// Puts the scripted services in for the lifetime of the scope.
+class ScriptedServices
+{
+public:
+    ScriptedServices();
+    ~ScriptedServices();
+    ScriptedServices(const ScriptedServices&) = delete;
+    ScriptedServices& operator=(const ScriptedServices&) = delete;
+
+    ScriptedMessages messages;
+    ScriptedFolders folders;
+    ScriptedProgram program;
+
+private:
+    Services m_saved;
+};
+
+} // namespace quenby::testing
