@@ -1,0 +1,2 @@
+// Placeholder: written with the line file work.
+#pragma once
