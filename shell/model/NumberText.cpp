@@ -195,7 +195,7 @@ double leadingNumber(QStringView text)
     }
     const double v = std::strtod(num.c_str(), nullptr);
     if (std::isinf(v))
-        raiseRuntimeError(err::Overflow, text.toString());
+        raiseRuntimeErrorOnValue(err::Overflow, text.toString());
     return v;
 }
 
@@ -295,11 +295,11 @@ double strictNumber(QStringView text)
     std::string s;
     for (QChar c : t) {
         if (c.unicode() >= 128)
-            raiseRuntimeError(err::TypeMismatch, text.toString());
+            raiseRuntimeErrorOnValue(err::TypeMismatch, text.toString());
         s.push_back(static_cast<char>(c.unicode()));
     }
     if (s.empty())
-        raiseRuntimeError(err::TypeMismatch, text.toString());
+        raiseRuntimeErrorOnValue(err::TypeMismatch, text.toString());
     std::size_t i = 0;
     if (s[i] == '+' || s[i] == '-')
         ++i;
@@ -312,7 +312,7 @@ double strictNumber(QStringView text)
             ++i, ++digits;
     }
     if (digits == 0)
-        raiseRuntimeError(err::TypeMismatch, text.toString());
+        raiseRuntimeErrorOnValue(err::TypeMismatch, text.toString());
     if (i < s.size() && (s[i] == 'e' || s[i] == 'E')) {
         std::size_t j = i + 1;
         if (j < s.size() && (s[j] == '+' || s[j] == '-'))
@@ -321,14 +321,14 @@ double strictNumber(QStringView text)
         while (j < s.size() && std::isdigit(static_cast<unsigned char>(s[j])))
             ++j, ++expDigits;
         if (expDigits == 0)
-            raiseRuntimeError(err::TypeMismatch, text.toString());
+            raiseRuntimeErrorOnValue(err::TypeMismatch, text.toString());
         i = j;
     }
     if (i != s.size())
-        raiseRuntimeError(err::TypeMismatch, text.toString());
+        raiseRuntimeErrorOnValue(err::TypeMismatch, text.toString());
     const double v = std::strtod(s.c_str(), nullptr);
     if (std::isinf(v))
-        raiseRuntimeError(err::Overflow, text.toString());
+        raiseRuntimeErrorOnValue(err::Overflow, text.toString());
     return v;
 }
 

@@ -54,3 +54,12 @@ void setAppPathOverride(const QString& folder)
 }
 
 } // namespace quenby
+
+namespace quenby {
+
+QString executableFileName(const QString& baseName)
+{
+    return isWindowsPlatform() ? baseName + QStringLiteral(".exe") : baseName;
+}
+
+} // namespace quenby

@@ -21,3 +21,11 @@ QString toPlatformPath(const QString& path);
 bool isWindowsPlatform();
 
 } // namespace quenby
+
+namespace quenby {
+
+// The file name of a program beside this one: "name.exe" on Windows, "name"
+// elsewhere.
+QString executableFileName(const QString& baseName);
+
+} // namespace quenby

@@ -20,6 +20,7 @@ QString runtimeErrorText(int number)
     case err::InputPastEndOfFile: return QStringLiteral("Input past end of file");
     case err::BadRecordNumber: return QStringLiteral("Bad record number");
     case err::TooManyFiles: return QStringLiteral("Too many files");
+    case err::InternalError: return QStringLiteral("Internal error");
     case err::PermissionDenied: return QStringLiteral("Permission denied");
     case err::PathFileAccessError: return QStringLiteral("Path/File access error");
     case err::PathNotFound: return QStringLiteral("Path not found");
@@ -38,6 +39,13 @@ RuntimeError::RuntimeError(int number, QString where)
 void raiseRuntimeError(int number, const QString& where)
 {
     throw RuntimeError(number, where);
+}
+
+void raiseRuntimeErrorOnValue(int number, const QString& value)
+{
+    RuntimeError e(number);
+    e.setDetail(value);
+    throw e;
 }
 
 namespace {

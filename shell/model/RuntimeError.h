@@ -30,6 +30,7 @@ inline constexpr int DiskFull = 61;
 inline constexpr int InputPastEndOfFile = 62;
 inline constexpr int BadRecordNumber = 63;
 inline constexpr int TooManyFiles = 67;
+inline constexpr int InternalError = 51;
 inline constexpr int PermissionDenied = 70;
 inline constexpr int PathFileAccessError = 75;
 inline constexpr int PathNotFound = 76;
@@ -48,16 +49,22 @@ public:
     // The file, routine or value the failure is about, if known.
     QString where() const { return m_where; }
     void setWhere(const QString& where) { m_where = where; }
+    // The offending value, if any ("X1" for a text that is no number).
+    QString detail() const { return m_detail; }
+    void setDetail(const QString& detail) { m_detail = detail; }
 
     const char* what() const noexcept override { return m_what.c_str(); }
 
 private:
     int m_number;
     QString m_where;
+    QString m_detail;
     std::string m_what;
 };
 
 [[noreturn]] void raiseRuntimeError(int number, const QString& where = {});
+// The same for a failure about a value rather than a file.
+[[noreturn]] void raiseRuntimeErrorOnValue(int number, const QString& value);
 
 // Names the menu command or start-up step that is running, so that the fatal
 // message can say which command failed. Scopes nest; the innermost wins.

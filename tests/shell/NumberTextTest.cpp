@@ -1,1 +1,169 @@
+#include "shell/model/NumberText.h"
+#include "shell/model/RuntimeError.h"
+
 #include <gtest/gtest.h>
+
+using namespace quenby;
+
+TEST(LeadingNumber, ReadsTheLongestNumberPrefix)
+{
+    EXPECT_DOUBLE_EQ(leadingNumber(u"12sec"), 12.0);
+    EXPECT_DOUBLE_EQ(leadingNumber(u"---"), 0.0);
+    EXPECT_DOUBLE_EQ(leadingNumber(u""), 0.0);
+    EXPECT_DOUBLE_EQ(leadingNumber(u"  3.25 V"), 3.25);
+    EXPECT_DOUBLE_EQ(leadingNumber(u"-.5x"), -0.5);
+    EXPECT_DOUBLE_EQ(leadingNumber(u"1.2.3"), 1.2);
+    EXPECT_DOUBLE_EQ(leadingNumber(u"1,5 ohm"), 1.0);
+    EXPECT_DOUBLE_EQ(leadingNumber(u"20C"), 20.0);
+}
+
+TEST(LeadingNumber, SkipsBlanksEverywhere)
+{
+    EXPECT_DOUBLE_EQ(leadingNumber(u"1 2"), 12.0);
+    EXPECT_DOUBLE_EQ(leadingNumber(u"- 5"), -5.0);
+    EXPECT_DOUBLE_EQ(leadingNumber(u"\t7\t.5"), 7.5);
+}
+
+TEST(LeadingNumber, ReadsAnExponent)
+{
+    EXPECT_DOUBLE_EQ(leadingNumber(u"1.234568E+08ohm "), 123456800.0);
+    EXPECT_DOUBLE_EQ(leadingNumber(u"2e3"), 2000.0);
+    // "e" not followed by digits is not part of the number.
+    EXPECT_DOUBLE_EQ(leadingNumber(u"5e"), 5.0);
+    EXPECT_DOUBLE_EQ(leadingNumber(u"5mA"), 5.0);
+}
+
+TEST(LeadingNumber, AnOverlargeNumberOverflows)
+{
+    try {
+        leadingNumber(u"1e999");
+        FAIL() << "no failure";
+    } catch (const RuntimeError& e) {
+        EXPECT_EQ(e.number(), err::Overflow);
+    }
+}
+
+TEST(NumberText, IsThePlainShortForm)
+{
+    EXPECT_EQ(numberText(0.0), "0");
+    EXPECT_EQ(numberText(1250.0), "1250");
+    EXPECT_EQ(numberText(0.5), "0.5");
+    EXPECT_EQ(numberText(-3.25), "-3.25");
+    EXPECT_EQ(numberText(234.5), "234.5");
+    EXPECT_EQ(numberText(0.0001), "0.0001");
+    EXPECT_EQ(numberText(1e20), "100000000000000000000");
+    // Fifteen significant digits hide the binary noise of a product.
+    EXPECT_EQ(numberText(1.234 * 1000), "1234");
+    EXPECT_EQ(numberText(0.1 + 0.2), "0.3");
+}
+
+TEST(SignedNumberText, LeavesABlankForThePlusSign)
+{
+    EXPECT_EQ(signedNumberText(1500.0), " 1500");
+    EXPECT_EQ(signedNumberText(3.0), " 3");
+    EXPECT_EQ(signedNumberText(0.0), " 0");
+    EXPECT_EQ(signedNumberText(-2.0), "-2");
+    // No zero ahead of the point.
+    EXPECT_EQ(signedNumberText(0.5), " .5");
+    EXPECT_EQ(signedNumberText(-0.5), "-.5");
+}
+
+TEST(SingleText, HasSevenSignificantDigits)
+{
+    EXPECT_EQ(singleText(123456789.0f), "1.234568E+08");
+    EXPECT_EQ(singleText(1234567.0f), "1234567");
+    EXPECT_EQ(singleText(12345678.0f), "1.234568E+07");
+    EXPECT_EQ(singleText(100000000.0f), "1E+08");
+    EXPECT_EQ(singleText(0.1f), "0.1");
+    EXPECT_EQ(singleText(2500000.0f), "2500000");
+    EXPECT_EQ(singleText(-123456789.0f), "-1.234568E+08");
+}
+
+TEST(RoundHalfEven, SendsHalvesToTheEvenDigit)
+{
+    EXPECT_DOUBLE_EQ(roundHalfEven(2.5, 0), 2.0);
+    EXPECT_DOUBLE_EQ(roundHalfEven(3.5, 0), 4.0);
+    EXPECT_DOUBLE_EQ(roundHalfEven(-2.5, 0), -2.0);
+    EXPECT_DOUBLE_EQ(roundHalfEven(0.125, 2), 0.12);
+    EXPECT_DOUBLE_EQ(roundHalfEven(0.135, 2), 0.14);
+    EXPECT_DOUBLE_EQ(roundHalfEven(12.34567, 2), 12.35);
+    EXPECT_DOUBLE_EQ(roundHalfEven(0.5, 3), 0.5);
+    EXPECT_DOUBLE_EQ(roundHalfEven(9.995, 2), 10.0);
+    EXPECT_DOUBLE_EQ(roundHalfEven(0.4, 0), 0.0);
+    EXPECT_DOUBLE_EQ(roundHalfEven(0.6, 0), 1.0);
+}
+
+TEST(FormatNumber, DigitPatterns)
+{
+    EXPECT_EQ(formatNumber(5, u"0"), "5");
+    EXPECT_EQ(formatNumber(5, u"00"), "05");
+    EXPECT_EQ(formatNumber(2024, u"0000"), "2024");
+    EXPECT_EQ(formatNumber(24, u"0000"), "0024");
+    EXPECT_EQ(formatNumber(1.5, u"0.00"), "1.50");
+    EXPECT_EQ(formatNumber(1.2344, u"0.000"), "1.234");
+    EXPECT_EQ(formatNumber(0.25, u"0.000"), "0.250");
+    EXPECT_EQ(formatNumber(123456, u"0"), "123456");
+}
+
+TEST(FormatNumber, OptionalDigits)
+{
+    EXPECT_EQ(formatNumber(3.14159, u"##0.0#"), "3.14");
+    EXPECT_EQ(formatNumber(3.1, u"##0.0#"), "3.1");
+    EXPECT_EQ(formatNumber(3, u"##0.0#"), "3.0");
+    EXPECT_EQ(formatNumber(0.04, u"##0.0#"), "0.04");
+    EXPECT_EQ(formatNumber(1234.5, u"##0.0#"), "1234.5");
+}
+
+TEST(FormatNumber, LiteralsAroundTheDigits)
+{
+    EXPECT_EQ(formatNumber(7, u" 00"), " 07");
+    EXPECT_EQ(formatNumber(5, u"0 "), "5 ");
+    EXPECT_EQ(formatNumber(9, u"   00:"), "   09:");
+    EXPECT_EQ(formatNumber(30, u"00:"), "30:");
+}
+
+TEST(FormatNumber, HalvesRoundAwayFromZero)
+{
+    EXPECT_EQ(formatNumber(2.5, u"0"), "3");
+    EXPECT_EQ(formatNumber(0.5, u"0"), "1");
+    EXPECT_EQ(formatNumber(1.0005, u"0.000"), "1.001");
+    EXPECT_EQ(formatNumber(-2.5, u"0"), "-3");
+    EXPECT_EQ(formatNumber(99.96, u"0.0"), "100.0");
+    EXPECT_EQ(formatNumber(-0.0001, u"0.00"), "0.00");
+}
+
+TEST(StrictNumber, AcceptsOnlyAWholeNumberText)
+{
+    EXPECT_DOUBLE_EQ(strictNumber(u" 01 "), 1.0);
+    EXPECT_DOUBLE_EQ(strictNumber(u"-2.5"), -2.5);
+    EXPECT_DOUBLE_EQ(strictNumber(u"1E3"), 1000.0);
+    for (const char16_t* bad : {u"", u"  ", u"X1", u"1x", u"---", u"1e", u"."}) {
+        try {
+            strictNumber(bad);
+            FAIL() << "accepted " << QString::fromUtf16(bad).toStdString();
+        } catch (const RuntimeError& e) {
+            EXPECT_EQ(e.number(), err::TypeMismatch);
+        }
+    }
+}
+
+TEST(ZonedLine, ItemsStartEveryFourteenColumns)
+{
+    ZonedLine line;
+    line.add("-");
+    line.add("1");
+    line.add("X1-X2");
+    EXPECT_EQ(line.text(), QString("-") + QString(13, ' ') + "1" + QString(13, ' ') + "X1-X2");
+}
+
+TEST(ZonedLine, ALongItemPushesTheNextZone)
+{
+    ZonedLine line;
+    line.add(QString(14, 'a')); // ends exactly on a zone border
+    line.add("b");
+    line.add(QString(20, 'c'));
+    line.add("d");
+    EXPECT_EQ(line.text().indexOf('b'), 28);
+    EXPECT_EQ(line.text().indexOf('c'), 42);
+    EXPECT_EQ(line.text().indexOf('d'), 70); // c runs to 62, past the zone at 56
+}

@@ -1,0 +1,49 @@
+#include "shell/model/MainWindowModel.h"
+
+#include "localisation/model/LanguageLookup.h"
+#include "shell/model/AppState.h"
+#include "shell/model/Platform.h"
+#include "shell/model/Services.h"
+#include "shell/model/SettingsStore.h"
+
+#include <QFileInfo>
+
+namespace quenby {
+
+MainWindowState& mainWindowState()
+{
+    static MainWindowState state;
+    return state;
+}
+
+void frmMainLoad(const StartUpSteps& steps)
+{
+    MainWindowState& state = mainWindowState();
+    state.ZblConverterPath = AppPath() + pathSep() + executableFileName("zbl_report_converter");
+    state.KvxConverterPath = AppPath() + pathSep() + executableFileName("kvx_report_converter");
+
+    QString language =
+        settingsStore().GetSetting(SettingsAppLanguage, "Language", "Language", QString());
+
+    state.chkKneeTypeVisible = {false, false, false};
+
+    if (language.isEmpty())
+        language = QStringLiteral("ENGLISH");
+
+    // The English file is the one tested, whatever the language in force.
+    if (!QFileInfo(AppPath() + pathSep() + "en.lng").isFile()) {
+        showMessage(UnableToFindLanguageFiles, MsgButtons::Ok, MsgIcon::Critical);
+        endProgram(1);
+    }
+    LoadLanguage(language);
+
+    if (steps.CheckIfDirectoryExist)
+        steps.CheckIfDirectoryExist();
+
+    appState().ProcessInProgress = False16;
+
+    if (steps.TreatVisibleMenu)
+        steps.TreatVisibleMenu();
+}
+
+} // namespace quenby

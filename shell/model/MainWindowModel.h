@@ -1,0 +1,49 @@
+// The main window seen as data, and its load step: what happens from process
+// start until the main window stands ready for the operator.
+#pragma once
+
+#include "shell/model/Checked.h"
+
+#include <QString>
+
+#include <array>
+#include <functional>
+
+namespace quenby {
+
+inline constexpr auto UnableToFindLanguageFiles = "Unable to find langage files";
+
+// Members and control states of `frmMain` that the window mirrors.
+struct MainWindowState
+{
+    QString KvxConverterPath;
+    QString ZblConverterPath;
+    Bool16 KneeChoiceDone = False16;
+    std::array<bool, 3> chkKneeTypeVisible{true, true, true};
+    bool mnLangueEnabled = true;
+};
+
+MainWindowState& mainWindowState();
+
+// Steps of the load that other parts of the shell supply; an empty step does
+// nothing.
+struct StartUpSteps
+{
+    std::function<void()> CheckIfDirectoryExist;
+    std::function<void()> TreatVisibleMenu;
+};
+
+// The load step of `frmMain`, in its fixed order:
+//  1. the two converter paths beside the program;
+//  2. the language word from the store ("Quenbey", "Language", "Language");
+//  3. the three knee boxes hidden;
+//  4. an empty word taken as "ENGLISH" (nothing is written back);
+//  5. en.lng must exist beside the program, whatever the language: if not, the
+//     critical message "Unable to find langage files" and the end of the
+//     program; else the language is loaded, which fills every window;
+//  6. the data folders are checked;
+//  7. ProcessInProgress is cleared;
+//  8. the menu states are set.
+void frmMainLoad(const StartUpSteps& steps);
+
+} // namespace quenby

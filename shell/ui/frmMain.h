@@ -1,0 +1,51 @@
+// The main window: the shell from which every command starts. It mirrors the
+// main window state of the model; its load step runs the start-up sequence.
+#pragma once
+
+#include <QMainWindow>
+
+#include <array>
+
+class QCheckBox;
+class QLabel;
+class QMenu;
+
+namespace quenby {
+
+class frmMain final : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    // The one instance, made on first touch.
+    static frmMain& instance();
+
+    // The load step: start-up in its fixed order, then the window mirrors the
+    // model. Ends the program when en.lng is missing.
+    void Form_Load();
+    // Copies the model's state into the controls.
+    void mirrorState();
+
+    QCheckBox* chkKneeType(int index) const { return m_chkKneeType.at(static_cast<std::size_t>(index)); }
+    QLabel* stBar1Panel1() const { return m_panel1; }
+    QMenu* mnLangue() const { return m_mnLangue; }
+
+    // FillTextsMain for the controls the window has.
+    void FillTextsMain();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    frmMain();
+
+    std::array<QCheckBox*, 3> m_chkKneeType{};
+    QLabel* m_panel1 = nullptr;
+    QMenu* m_mnLangue = nullptr;
+};
+
+// What the program does before its event loop: the Qt services, the main
+// window's load step, and the window shown.
+void startMainWindow();
+
+} // namespace quenby

@@ -1,0 +1,16 @@
+#include "shell/model/FatalError.h"
+#include "shell/ui/QtServices.h"
+#include "shell/ui/QuenbyApplication.h"
+#include "shell/ui/frmMain.h"
+
+int main(int argc, char** argv)
+{
+    quenby::QuenbyApplication app(argc, argv);
+    quenby::installQtServices();
+    try {
+        quenby::startMainWindow();
+    } catch (const quenby::RuntimeError& error) {
+        quenby::reportFatalError(error);
+    }
+    return app.exec();
+}
