@@ -24,7 +24,7 @@ Digits decimalDigits(double value, int significant)
 {
     Digits d;
     if (value == 0.0) {
-        d.digits = "0";
+        d.digits.assign(1, '0');
         return d;
     }
     char buf[64];
@@ -108,7 +108,7 @@ Plain roundPlain(double value, int decimals, bool halfEven)
         const auto fractionLen = p.fraction.size();
         std::string all = p.whole + p.fraction;
         if (all.empty())
-            all = "0";
+            all.assign(1, '0');
         if (!incrementDigits(all))
             all.insert(all.begin(), '1');
         p.whole = all.substr(0, all.size() - fractionLen);
@@ -140,7 +140,7 @@ QString fromPlain(const Plain& p, bool negative, bool zeroAheadOfPoint)
     else if (zeroAheadOfPoint)
         out.push_back('0');
     if (!fraction.empty())
-        out += "." + fraction;
+        out.append(1, '.').append(fraction);
     return QString::fromStdString(out);
 }
 
@@ -223,7 +223,7 @@ QString singleText(float value)
         std::string out = value < 0 ? "-" : "";
         out.push_back(d.digits[0]);
         if (d.digits.size() > 1)
-            out += "." + d.digits.substr(1);
+            out.append(1, '.').append(d.digits, 1, std::string::npos);
         char exp[16];
         std::snprintf(exp, sizeof exp, "E+%02d", d.exponent);
         out += exp;
@@ -239,7 +239,7 @@ double roundHalfEven(double value, int decimals)
     const Plain p = roundPlain(value, decimals, true);
     std::string s = (value < 0 ? "-" : "") + (p.whole.empty() ? std::string("0") : p.whole);
     if (!p.fraction.empty())
-        s += "." + p.fraction;
+        s.append(1, '.').append(p.fraction);
     return std::strtod(s.c_str(), nullptr);
 }
 
