@@ -27,6 +27,7 @@ function(quenby_add_gtest name)
   get_property(env TARGET ${name} PROPERTY QUENBY_TEST_ENV)
   gtest_discover_tests(${name}
     DISCOVERY_MODE PRE_TEST
+    TEST_PREFIX "${name}."
     PROPERTIES LABELS model ENVIRONMENT "${env}")
 endfunction()
 

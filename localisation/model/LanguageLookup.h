@@ -19,7 +19,8 @@ QString GetLanguageText(QString& key);
 QString GetLanguageText(const QString& key);
 
 // The text behind the first line of `file` whose key equals `key`, or "".
-// A file that cannot be opened raises the run-time failure.
+// A file that cannot be opened raises the run-time failure; any failure once
+// it is open (an unreadable line) gives "". The file is closed either way.
 QString FindKeyInLanguageFile(const QString& key, const QString& file);
 
 // Drops blanks and tabs at both ends.

@@ -2,11 +2,10 @@
 
 #include "localisation/model/LanguageLookup.h"
 #include "shell/model/AppState.h"
+#include "shell/model/FileSystem.h"
 #include "shell/model/Platform.h"
 #include "shell/model/Services.h"
 #include "shell/model/SettingsStore.h"
-
-#include <QFileInfo>
 
 namespace quenby {
 
@@ -31,7 +30,7 @@ void frmMainLoad(const StartUpSteps& steps)
         language = QStringLiteral("ENGLISH");
 
     // The English file is the one tested, whatever the language in force.
-    if (!QFileInfo(AppPath() + pathSep() + "en.lng").isFile()) {
+    if (!FileExistsApi(AppPath() + pathSep() + "en.lng")) {
         showMessage(UnableToFindLanguageFiles, MsgButtons::Ok, MsgIcon::Critical);
         endProgram(1);
     }
