@@ -20,7 +20,7 @@ public:
 Services& services()
 {
     static ExitProgramControl exitControl;
-    static Services s{nullptr, nullptr, &exitControl};
+    static Services s{nullptr, nullptr, nullptr, &exitControl};
     return s;
 }
 

@@ -38,6 +38,23 @@ public:
                                     int flags) = 0;
 };
 
+// What an open dialog is asked for: the file name box (a pattern such as
+// "*.txt", or a name), the title and the start folder.
+struct OpenFileRequest
+{
+    QString fileName;
+    QString title;
+    QString initDir;
+};
+
+class FileDialogService
+{
+public:
+    virtual ~FileDialogService() = default;
+    // The chosen file's full name, or "" when the operator cancels.
+    virtual QString getOpenFileName(const OpenFileRequest& request) = 0;
+};
+
 class ProgramControl
 {
 public:
@@ -50,6 +67,7 @@ struct Services
 {
     MessageService* messages = nullptr;
     FolderDialogService* folders = nullptr;
+    FileDialogService* files = nullptr;
     ProgramControl* program = nullptr;
 };
 

@@ -59,12 +59,32 @@ QString QtFolderDialogService::browseForFolder(const QString& title, const QStri
     return QDir::toNativeSeparators(dialog.selectedFiles().constFirst());
 }
 
+QString QtFileDialogService::getOpenFileName(const OpenFileRequest& request)
+{
+    // The file name box holds either a pattern, which becomes the filter, or
+    // a name to propose.
+    const bool pattern = request.fileName.contains(u'*') || request.fileName.contains(u'?');
+    QFileDialog dialog(QApplication::activeWindow(), request.title, request.initDir);
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    dialog.setAcceptMode(QFileDialog::AcceptOpen);
+    if (pattern) {
+        dialog.setNameFilter(QString(request.fileName).replace(u';', u' '));
+    } else if (!request.fileName.isEmpty()) {
+        dialog.selectFile(request.fileName);
+    }
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+        return {};
+    return QDir::toNativeSeparators(dialog.selectedFiles().constFirst());
+}
+
 void installQtServices()
 {
     static QtMessageService messages;
     static QtFolderDialogService folders;
+    static QtFileDialogService files;
     services().messages = &messages;
     services().folders = &folders;
+    services().files = &files;
     setYieldHook([] { QCoreApplication::processEvents(); });
 }
 

@@ -19,6 +19,12 @@ public:
     QString browseForFolder(const QString& title, const QString& startFolder, int flags) override;
 };
 
+class QtFileDialogService final : public FileDialogService
+{
+public:
+    QString getOpenFileName(const OpenFileRequest& request) override;
+};
+
 // Puts the Qt services in and points the yield hook at the event loop.
 void installQtServices();
 

@@ -1,6 +1,8 @@
 #include "shell/ui/frmMain.h"
 
 #include "localisation/model/LanguageLookup.h"
+#include "shell/model/FileSystem.h"
+#include "shell/model/MainMenu.h"
 #include "shell/model/MainWindowModel.h"
 #include "shell/model/Services.h"
 
@@ -16,7 +18,6 @@ namespace quenby {
 namespace {
 // The knee boxes have fixed texts and no language keys.
 constexpr std::array<const char*, 3> KneeTypeTexts = {"IEEE30", "IEEE45", "ANSI/IEC10/50"};
-constexpr auto VersionText = "3.13.1";
 } // namespace
 
 frmMain& frmMain::instance()
@@ -42,8 +43,33 @@ frmMain::frmMain()
     layout->addStretch(1);
     setCentralWidget(central);
 
-    m_mnLangue = new QMenu(QStringLiteral("Language"), this);
-    m_mnLangue->setObjectName(QStringLiteral("mnLangue"));
+    // The menu tree, built from its table: a stack of the open sub-menus by depth.
+    std::vector<QMenu*> open;
+    for (const MainMenuEntry& e : mainMenuEntries()) {
+        const QString name = QString::fromLatin1(e.name);
+        const QString caption = QString::fromUtf8(e.defaultCaption);
+        open.resize(static_cast<std::size_t>(e.depth));
+        QAction* entry = nullptr;
+        if (e.subMenu) {
+            auto* menu = new QMenu(caption, e.depth == 0 ? static_cast<QWidget*>(this) : open.back());
+            menu->setObjectName(name);
+            if (e.depth == 0)
+                menuBar()->addMenu(menu);
+            else
+                open.back()->addMenu(menu);
+            entry = menu->menuAction();
+            open.push_back(menu);
+        } else {
+            entry = new QAction(caption, e.depth == 0 ? static_cast<QObject*>(this) : open.back());
+            entry->setObjectName(name);
+            if (e.depth == 0)
+                menuBar()->addAction(entry);
+            else
+                open.back()->addAction(entry);
+        }
+        m_menuEntries[name] = entry;
+    }
+    m_mnLangue = findChild<QMenu*>(QStringLiteral("mnLangue"));
 
     auto* bar = new QStatusBar(this);
     bar->setObjectName(QStringLiteral("stBar1"));
@@ -56,22 +82,46 @@ frmMain::frmMain()
     hooks.fillers[QStringLiteral("FillTextsMain")] = [this] { FillTextsMain(); };
     hooks.setLanguageMenuEnabled = [this](bool enabled) {
         mainWindowState().mnLangueEnabled = enabled;
-        m_mnLangue->setEnabled(enabled);
+        m_mnLangue->menuAction()->setEnabled(enabled);
     };
+}
+
+QAction* frmMain::menuEntry(const QString& name) const
+{
+    const auto it = m_menuEntries.find(name);
+    return it == m_menuEntries.end() ? nullptr : it->second;
 }
 
 void frmMain::FillTextsMain()
 {
-    setWindowTitle(GetLanguageText(QStringLiteral("frmMain.Caption")));
-    m_mnLangue->setTitle(GetLanguageText(QStringLiteral("frmMain.mnLangue.Caption")));
+    fillWindowTexts(*this, QStringLiteral("FillTextsMain"));
+}
+
+void frmMain::applyWindowText(const WindowTextEntry& entry, const QString& text)
+{
     // The welcome text runs straight into the version.
-    m_panel1->setText(GetLanguageText(QStringLiteral("frmMain.stBar1.Panels.Text.Welcome")) +
-                      QString::fromLatin1(VersionText));
+    if (entry.target == TextTarget::WelcomeStatus)
+        m_panel1->setText(text + QLatin1String(VersionText));
+}
+
+void frmMain::TreatVisibleMenu()
+{
+    const MainWindowState& state = mainWindowState();
+    const auto states = quenby::TreatVisibleMenu(FileExistsApi(state.KvxConverterPath) != False16,
+                                                 FileExistsApi(state.ZblConverterPath) != False16);
+    for (const auto& [name, st] : states) {
+        if (QAction* entry = menuEntry(name)) {
+            entry->setEnabled(st.enabled);
+            entry->setVisible(st.visible);
+        }
+    }
 }
 
 void frmMain::Form_Load()
 {
-    frmMainLoad(StartUpSteps{});
+    StartUpSteps steps;
+    steps.TreatVisibleMenu = [this] { TreatVisibleMenu(); };
+    frmMainLoad(steps);
     mirrorState();
 }
 
@@ -80,7 +130,7 @@ void frmMain::mirrorState()
     const MainWindowState& state = mainWindowState();
     for (std::size_t i = 0; i < m_chkKneeType.size(); ++i)
         m_chkKneeType[i]->setVisible(state.chkKneeTypeVisible[i]);
-    m_mnLangue->setEnabled(state.mnLangueEnabled);
+    m_mnLangue->menuAction()->setEnabled(state.mnLangueEnabled);
 }
 
 void frmMain::closeEvent(QCloseEvent* event)

@@ -2,17 +2,21 @@
 // main window state of the model; its load step runs the start-up sequence.
 #pragma once
 
+#include "localisation/ui/WindowTexts.h"
+
 #include <QMainWindow>
 
 #include <array>
+#include <map>
 
+class QAction;
 class QCheckBox;
 class QLabel;
 class QMenu;
 
 namespace quenby {
 
-class frmMain final : public QMainWindow
+class frmMain final : public QMainWindow, public WindowTextReceiver
 {
     Q_OBJECT
 
@@ -29,9 +33,13 @@ public:
     QCheckBox* chkKneeType(int index) const { return m_chkKneeType.at(static_cast<std::size_t>(index)); }
     QLabel* stBar1Panel1() const { return m_panel1; }
     QMenu* mnLangue() const { return m_mnLangue; }
+    // The menu entry of that name; for a sub-menu, the entry that opens it.
+    QAction* menuEntry(const QString& name) const;
 
-    // FillTextsMain for the controls the window has.
     void FillTextsMain();
+    void applyWindowText(const WindowTextEntry& entry, const QString& text) override;
+    // Sets every menu entry's state for the run.
+    void TreatVisibleMenu();
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -42,6 +50,7 @@ private:
     std::array<QCheckBox*, 3> m_chkKneeType{};
     QLabel* m_panel1 = nullptr;
     QMenu* m_mnLangue = nullptr;
+    std::map<QString, QAction*> m_menuEntries;
 };
 
 // What the program does before its event loop: the Qt services, the main

@@ -140,7 +140,7 @@ private Q_SLOTS:
         QCOMPARE(w.windowTitle(), QString("Quenby"));
         QCOMPARE(w.stBar1Panel1()->text(), QString("Welcome to Quenby3.13.1"));
         QCOMPARE(w.mnLangue()->title(), QString("Language"));
-        QVERIFY(w.mnLangue()->isEnabled());
+        QVERIFY(w.mnLangue()->menuAction()->isEnabled());
         for (int i = 0; i < 3; ++i) {
             auto* box = w.findChild<QCheckBox*>(QStringLiteral("chkKneeType(%1)").arg(i));
             QVERIFY(box);
@@ -151,6 +151,35 @@ private Q_SLOTS:
         QVERIFY(scripted->messages.shown.empty());
     }
 
+    void menuTreeHasItsStatesAfterLoad()
+    {
+        writeLang("en.lng", {"frmMain.mnKVXFiles.Caption,Open a KVX test"});
+        frmMain& w = frmMain::instance();
+        w.Form_Load();
+        QAction* kvx = w.menuEntry("mnKVXFiles");
+        QVERIFY(kvx);
+        QCOMPARE(kvx->text(), QString("Open a KVX test"));
+        QVERIFY(kvx->isEnabled());
+        QVERIFY(!w.menuEntry("mnZBLRefFile")->isEnabled());
+        QVERIFY(!w.menuEntry("mnKVXCR")->isVisible());
+        QVERIFY(!w.menuEntry("mnBatchConvert")->isVisible());
+        QVERIFY(w.menuEntry("mnuPolish")->isVisible());
+        QCOMPARE(w.menuEntry("mnuAbout")->text(), QString("frmMain.mnuAbout.Caption"));
+        // The language menu carries no check marks.
+        for (const char* name : {"mnuAnglais", "mnuFrancais", "mnuPolish"})
+            QVERIFY(!w.menuEntry(name)->isCheckable());
+        // A converter beside the program shows the batch menu on the next start.
+        writeBytes(programDir.filePath(isWindowsPlatform() ? "kvx_report_converter.exe"
+                                                           : "kvx_report_converter"),
+                   "x");
+        w.Form_Load();
+        QVERIFY(w.menuEntry("mnBatchConvert")->isVisible());
+        QVERIFY(w.menuEntry("mnBatchConvertKvxPDF")->isEnabled());
+        QVERIFY(!w.menuEntry("mnBatchConvertZblCsv")->isEnabled());
+        QFile::remove(programDir.filePath(isWindowsPlatform() ? "kvx_report_converter.exe"
+                                                              : "kvx_report_converter"));
+    }
+
     void languageWithoutTextsShowsKeys()
     {
         writeLang("en.lng", {"nothing,here"});
@@ -158,6 +187,9 @@ private Q_SLOTS:
         w.Form_Load();
         QCOMPARE(w.windowTitle(), QString("frmMain.Caption"));
         QCOMPARE(w.stBar1Panel1()->text(), QString("frmMain.stBar1.Panels.Text.Welcome3.13.1"));
+        QCOMPARE(w.menuEntry("mnKVXFiles")->text(), QString("frmMain.mnKVXFiles.Caption"));
+        QCOMPARE(w.menuEntry("mnSRFKVX")->text(), QString("frmMain.mnOpen.Caption"));
+        QCOMPARE(w.menuEntry("mnuPolish")->text(), QString("Polski")); // it has no key
     }
 
     void missingEnglishFileEndsTheProgram()

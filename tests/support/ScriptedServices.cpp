@@ -24,10 +24,21 @@ QString ScriptedFolders::browseForFolder(const QString& title, const QString& st
     return a;
 }
 
+QString ScriptedFiles::getOpenFileName(const OpenFileRequest& request)
+{
+    requests.push_back(request);
+    if (answers.empty())
+        return {};
+    QString a = answers.front();
+    answers.pop_front();
+    return a;
+}
+
 ScriptedServices::ScriptedServices() : m_saved(services())
 {
     services().messages = &messages;
     services().folders = &folders;
+    services().files = &files;
     services().program = &program;
 }
 

@@ -47,6 +47,14 @@ public:
     std::vector<FolderRequest> requests;
 };
 
+class ScriptedFiles final : public FileDialogService
+{
+public:
+    QString getOpenFileName(const OpenFileRequest& request) override;
+    std::deque<QString> answers; // empty answers "" (cancel)
+    std::vector<OpenFileRequest> requests;
+};
+
 struct ProgramEnded : std::runtime_error
 {
     explicit ProgramEnded(int code) : std::runtime_error("program ended"), exitCode(code) {}
@@ -70,6 +78,7 @@ public:
 
     ScriptedMessages messages;
     ScriptedFolders folders;
+    ScriptedFiles files;
     ScriptedProgram program;
 
 private:
