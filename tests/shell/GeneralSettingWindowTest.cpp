@@ -1,0 +1,7 @@
+// Placeholder: being written.
+#include <QCoreApplication>
+int main(int argc, char** argv)
+{
+    QCoreApplication app(argc, argv);
+    return 0;
+}
