@@ -31,9 +31,29 @@ QString runtimeErrorText(int number)
 RuntimeError::RuntimeError(int number, QString where)
     : m_number(number), m_where(std::move(where))
 {
-    m_what = QStringLiteral("Run-time error '%1': %2").arg(m_number).arg(text()).toStdString();
+    describe();
+}
+
+void RuntimeError::setWhere(const QString& where)
+{
+    m_where = where;
+    describe();
+}
+
+void RuntimeError::setDetail(const QString& detail)
+{
+    m_detail = detail;
+    describe();
+}
+
+void RuntimeError::describe()
+{
+    QString d = QStringLiteral("Run-time error '%1': %2").arg(m_number).arg(text());
+    if (!m_detail.isEmpty())
+        d += QStringLiteral(" \"") + m_detail + QStringLiteral("\"");
     if (!m_where.isEmpty())
-        m_what += " (" + m_where.toStdString() + ")";
+        d += QStringLiteral(" (") + m_where + QStringLiteral(")");
+    m_what = d.toStdString();
 }
 
 void raiseRuntimeError(int number, const QString& where)

@@ -48,14 +48,16 @@ public:
     QString text() const { return runtimeErrorText(m_number); }
     // The file, routine or value the failure is about, if known.
     QString where() const { return m_where; }
-    void setWhere(const QString& where) { m_where = where; }
+    void setWhere(const QString& where);
     // The offending value, if any ("X1" for a text that is no number).
     QString detail() const { return m_detail; }
-    void setDetail(const QString& detail) { m_detail = detail; }
+    void setDetail(const QString& detail);
 
     const char* what() const noexcept override { return m_what.c_str(); }
 
 private:
+    void describe();
+
     int m_number;
     QString m_where;
     QString m_detail;

@@ -149,9 +149,17 @@ QString SequentialFiles::lineInput(Int16 fileNo)
     if (f.peek() < 0)
         raiseRuntimeError(err::InputPastEndOfFile, f.handle.fileName());
     QByteArray line;
-    for (int c = f.peek(); c >= 0 && c != '\r' && c != '\n'; c = f.peek()) {
-        line.append(static_cast<char>(c));
-        ++f.next;
+    // Take the line a buffer at a time up to its end or the buffer's.
+    while (f.peek() >= 0) {
+        const char* begin = f.buffer.constData() + f.next;
+        const char* end = f.buffer.constData() + f.buffer.size();
+        const char* stop = begin;
+        while (stop != end && *stop != '\r' && *stop != '\n')
+            ++stop;
+        line.append(begin, stop - begin);
+        f.next += stop - begin;
+        if (stop != end)
+            break;
     }
     f.skipLineEnd();
     return decodeText(line, f.page);

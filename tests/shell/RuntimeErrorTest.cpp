@@ -14,6 +14,14 @@ TEST(RuntimeError, CarriesNumberTextAndPlace)
     EXPECT_STREQ(e.what(), "Run-time error '62': Input past end of file (/data/test.txt)");
 }
 
+TEST(RuntimeError, DescriptionFollowsPlaceAndValue)
+{
+    RuntimeError e(err::TypeMismatch);
+    e.setDetail("X1");
+    e.setWhere("/data/t.txt");
+    EXPECT_STREQ(e.what(), "Run-time error '13': Type mismatch \"X1\" (/data/t.txt)");
+}
+
 TEST(RuntimeError, PlatformTexts)
 {
     EXPECT_EQ(runtimeErrorText(6), "Overflow");
