@@ -9,15 +9,3 @@ AppState& appState()
 }
 
 } // namespace quenby
-
-#include "shell/model/CommonDialog.h"
-
-namespace quenby {
-
-CommonDialogState& CommonDialog1()
-{
-    static CommonDialogState dialog;
-    return dialog;
-}
-
-} // namespace quenby

@@ -1,0 +1,34 @@
+#include "shell/model/CommonDialog.h"
+
+#include "shell/model/RuntimeError.h"
+#include "shell/model/Services.h"
+
+namespace quenby {
+
+bool CommonDialogState::ShowOpen()
+{
+    QString chosen;
+    if (FileDialogService* files = services().files)
+        chosen = files->getOpenFileName({FileName, DialogTitle, InitDir});
+    if (chosen.isEmpty()) {
+        if (CancelError)
+            raiseRuntimeError(CommonDialogCancelError, DialogTitle);
+        return false;
+    }
+    FileName = chosen;
+    return true;
+}
+
+CommonDialogState& CommonDialog1()
+{
+    static CommonDialogState dialog;
+    return dialog;
+}
+
+CommonDialogState& cdOpenLogo()
+{
+    static CommonDialogState dialog;
+    return dialog;
+}
+
+} // namespace quenby
