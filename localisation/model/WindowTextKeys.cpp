@@ -198,7 +198,7 @@ const std::vector<WindowTextEntry> kFillTextsUploadDevice = {
     {"frmUploadDevice.lbPrintMessage.TryToConnect", "lbPrintMessage", T::Text},
     {"frmUploadDevice.lbDeviceStatus.Caption", "lbDeviceStatus", T::Text},
     {"frmUploadDevice.cmdGetData.GetFiles", "cmdGetFiles", T::Text},
-    {"frmUploadDevice.mnScan.Caption", "mnScan", T::Text},
+    {"frmUploadDevice.mnScan.Caption", "mnscan", T::Text},
     {"frmUploadDevice.frDevice.Caption", "frDevice", T::Text},
 };
 
@@ -211,7 +211,7 @@ const std::vector<WindowTextEntry> kFillTextsAbout = {
 
 const std::vector<WindowTextEntry> kFillTextsZblVGraph = {
     {"frmZBLVGraph.Caption", "", T::WindowTitle},
-    {"frmZBLVGraph.mnPrint.Caption", "mnPrint", T::Text},
+    {"frmZBLVGraph.mnPrint.Caption", "mnuPrint", T::Text},
     {"frmZBLVGraph.lbDeviceTestReport.Caption", "lbDeviceTestReport", T::Text},
     {"frmZBLVGraph.lbTexteTestReport.Caption", "lbTexteTestReport", T::Text},
     {"frmZBLVGraph.lbTexteFileName.Caption", "lbTexteFileName", T::Text},

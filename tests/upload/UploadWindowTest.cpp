@@ -1,0 +1,218 @@
+// The upload window, offscreen: one instance that only hides, every control
+// under its name with the texts of the window's design, a timer that waits
+// for the upload to start, and the texts of the language.
+#include "localisation/model/WindowTextKeys.h"
+#include "localisation/ui/WindowTexts.h"
+#include "shell/model/AppState.h"
+#include "shell/model/Platform.h"
+#include "shell/ui/QuenbyApplication.h"
+#include "tests/support/TestFiles.h"
+#include "upload/ui/frmUploadDevice.h"
+
+#include <QComboBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QMenuBar>
+#include <QPointer>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QStatusBar>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <QtTest>
+
+using namespace quenby;
+using namespace quenby::testing;
+
+namespace {
+
+constexpr auto Routine = "FillTextsUploadDevice";
+
+// Every name exists exactly once in the window, and is of the kind given.
+template <typename Kind> void requireControls(const QWidget& window, const QStringList& names)
+{
+    for (const QString& name : names) {
+        const QList<QObject*> found = window.findChildren<QObject*>(name);
+        QVERIFY2(found.size() == 1,
+                 qPrintable(name + " found " + QString::number(found.size()) + " times"));
+        QVERIFY2(qobject_cast<Kind*>(found.first()), qPrintable(name + " is of the wrong kind"));
+    }
+}
+
+} // namespace
+
+class UploadWindowTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    QTemporaryDir programDir;
+
+    void useLanguage(const QStringList& lines)
+    {
+        const QString file = programDir.filePath(QStringLiteral("test.lng"));
+        writeBytes(file, crlfLines(lines));
+        setAppPathOverride(programDir.path());
+        appState().LangFilePath = file;
+    }
+
+private Q_SLOTS:
+    void cleanup()
+    {
+        appState().LangFilePath.clear();
+        setAppPathOverride({});
+    }
+
+    // Runs first: later tests fill the window and overwrite some of these.
+    void designTextsBeforeAnyFill()
+    {
+        const frmUploadDevice& w = frmUploadDevice::instance();
+        QCOMPARE(w.windowTitle(), QString("Upload KVX-ZBL"));
+        const QList<QPair<QString, QString>> texts = {
+            {"frDevice", "Device Connected"},
+            {"lbDeviceSerial", "?????"},
+            {"cmdGetFiles", "Get Files"},
+            {"cmdStop", "Stop"},
+            {"Frame1", "Communication Port Found"},
+            {"lbFilestransfert", "----/----"},
+            {"lbTransfertPurcent", "0%"},
+            {"lbtxtsucces", "Succes:"},
+            {"lbSucces", "-------"},
+            {"lbtxtfail", "Retry:"},
+            {"lbFail", "-------"},
+            {"lbPrintMessage", "No Device Found!"},
+            {"mnscan", "Scan Device"},
+        };
+        for (const auto& [name, text] : texts)
+            QCOMPARE(controlText(w, name), text);
+        // A drop-down list shows its design text only while nothing is picked.
+        auto* ports = w.findChild<QComboBox*>("cbCom");
+        QCOMPARE(ports->placeholderText(), QString("Combo1"));
+        QCOMPARE(ports->currentIndex(), -1);
+    }
+
+    void oneInstanceMadeHiddenThatClosingOnlyHides()
+    {
+        frmUploadDevice& w = frmUploadDevice::instance();
+        QCOMPARE(&w, &frmUploadDevice::instance());
+        QVERIFY(!w.isVisible());
+        QVERIFY(!w.testAttribute(Qt::WA_DeleteOnClose));
+        QPointer<QWidget> alive(&w);
+        w.show();
+        QVERIFY(w.close());
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QVERIFY(!alive.isNull());
+        QVERIFY(w.isHidden());
+    }
+
+    void everyControlUnderItsName()
+    {
+        const frmUploadDevice& w = frmUploadDevice::instance();
+        requireControls<QGroupBox>(w, {"frDevice", "Frame1"});
+        requireControls<QPushButton>(w, {"cmdGetFiles", "cmdStop"});
+        requireControls<QComboBox>(w, {"cbCom"});
+        requireControls<QLabel>(w, {"lbDeviceSerial", "lbFilestransfert", "lbTransfertPurcent",
+                                    "lbtxtsucces", "lbSucces", "lbtxtfail", "lbFail",
+                                    "lbPrintMessage", "lbDeviceStatus"});
+        requireControls<QProgressBar>(w, {"pbTransfertFiles"});
+        requireControls<QStatusBar>(w, {"sbStatusDevice"});
+        requireControls<QTimer>(w, {"tmrStateMachine"});
+        requireControls<QAction>(w, {"mnscan"});
+
+        if (QTest::currentTestFailed())
+            return; // what follows needs those controls
+
+        QVERIFY(!w.findChild<QComboBox*>("cbCom")->isEditable());
+        QVERIFY(w.menuBar()->actions().contains(w.findChild<QAction*>("mnscan")));
+        // Port list in its frame, device fields in theirs.
+        auto* portFrame = w.findChild<QWidget*>("Frame1");
+        QVERIFY(portFrame->isAncestorOf(w.findChild<QWidget*>("cbCom")));
+        auto* device = w.findChild<QWidget*>("frDevice");
+        for (const char* name : {"lbDeviceSerial", "cmdGetFiles", "cmdStop", "pbTransfertFiles"})
+            QVERIFY2(device->isAncestorOf(w.findChild<QWidget*>(name)), name);
+
+        // The status bar's two panels.
+        auto* bar = w.findChild<QStatusBar*>("sbStatusDevice");
+        QCOMPARE(w.statusBar(), bar);
+        for (int panel : {1, 2}) {
+            QLabel* label = w.statusPanel(panel);
+            QVERIFY(label);
+            QCOMPARE(label->objectName(), QStringLiteral("sbStatusDevice.Panels(%1)").arg(panel));
+            QVERIFY(bar->isAncestorOf(label));
+        }
+        QVERIFY(!w.statusPanel(3));
+    }
+
+    void timerTicksEveryTenthOfASecondOnceStarted()
+    {
+        const frmUploadDevice& w = frmUploadDevice::instance();
+        QTimer* timer = w.findChild<QTimer*>("tmrStateMachine");
+        QCOMPARE(w.tmrStateMachine(), timer);
+        QCOMPARE(timer->interval(), 100);
+        QVERIFY(!timer->isSingleShot());
+        QVERIFY(!timer->isActive());
+    }
+
+    void tableNamesOnlyControlsTheWindowHas()
+    {
+        const WindowTextTable* table = windowTextTable(Routine);
+        QVERIFY(table);
+        const frmUploadDevice& w = frmUploadDevice::instance();
+        QCOMPARE(w.objectName(), table->window);
+        for (const WindowTextEntry& e : table->entries) {
+            const QString control = QString::fromLatin1(e.control);
+            if (control.isEmpty())
+                continue;
+            QVERIFY2(w.findChild<QObject*>(control), qPrintable(control));
+        }
+    }
+
+    void fillPutsEachTextInItsControl()
+    {
+        const WindowTextTable* table = windowTextTable(Routine);
+        QVERIFY(table);
+        QStringList lines;
+        for (const WindowTextEntry& e : table->entries)
+            lines << QStringLiteral("%1,T:%1").arg(QLatin1String(e.key));
+        useLanguage(lines);
+
+        frmUploadDevice& w = frmUploadDevice::instance();
+        w.FillTextsUploadDevice();
+        QVERIFY(!w.isVisible());
+        QVERIFY(!w.windowIcon().isNull());
+        // The title comes from the main window's menu entry that opens this one.
+        QCOMPARE(w.windowTitle(), QString("T:frmMain.mnUploadPcDevice.Caption"));
+        QCOMPARE(controlText(w, "cmdGetFiles"), QString("T:frmUploadDevice.cmdGetData.GetFiles"));
+        QCOMPARE(controlText(w, "lbPrintMessage"),
+                 QString("T:frmUploadDevice.lbPrintMessage.TryToConnect"));
+        for (const WindowTextEntry& e : table->entries) {
+            QCOMPARE(controlText(w, QString::fromLatin1(e.control)),
+                     QStringLiteral("T:") + QLatin1String(e.key));
+        }
+        // The timer is the upload's business, not the fill's.
+        QVERIFY(!w.tmrStateMachine()->isActive());
+    }
+
+    void emptyLanguageShowsTheKeys()
+    {
+        const WindowTextTable* table = windowTextTable(Routine);
+        QVERIFY(table);
+        useLanguage({});
+        frmUploadDevice& w = frmUploadDevice::instance();
+        w.FillTextsUploadDevice();
+        QVERIFY(!w.isVisible());
+        QCOMPARE(w.windowTitle(), QString("frmMain.mnUploadPcDevice.Caption"));
+        for (const WindowTextEntry& e : table->entries) {
+            QCOMPARE(controlText(w, QString::fromLatin1(e.control)), QString::fromLatin1(e.key));
+        }
+    }
+};
+
+int main(int argc, char** argv)
+{
+    QuenbyApplication application(argc, argv);
+    UploadWindowTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "UploadWindowTest.moc"

@@ -1,0 +1,522 @@
+// The ZBL report windows, offscreen: each is one instance that only hides,
+// holds every control of its page under the control's name, keeps its unused
+// menu entries out of sight, and takes its texts from the language.
+#include "localisation/model/WindowTextKeys.h"
+#include "localisation/ui/WindowTexts.h"
+#include "shell/model/AppState.h"
+#include "shell/model/Platform.h"
+#include "shell/ui/QuenbyApplication.h"
+#include "tests/support/TestFiles.h"
+#include "zbl/ui/frmPrintVGraph.h"
+#include "zbl/ui/frmPrintZBLBasicReport.h"
+#include "zbl/ui/frmZBLBasicReport.h"
+#include "zbl/ui/frmZBLVGraph.h"
+
+#include <QAbstractSeries>
+#include <QChartView>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QFrame>
+#include <QLabel>
+#include <QLineEdit>
+#include <QLineSeries>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPointer>
+#include <QScrollBar>
+#include <QTemporaryDir>
+#include <QValueAxis>
+#include <QtTest>
+
+#include <functional>
+
+using namespace quenby;
+using namespace quenby::testing;
+
+namespace {
+
+QWidget& windowOf(const QString& routine)
+{
+    if (routine == u"FillTextsZblBasicReport")
+        return frmZBLBasicReport::instance();
+    if (routine == u"FillTextsZblVGraph")
+        return frmZBLVGraph::instance();
+    if (routine == u"FillTextsPrintVGraph")
+        return frmPrintVGraph::instance();
+    return frmPrintZBLBasicReport::instance();
+}
+
+void runFill(const QString& routine)
+{
+    if (routine == u"FillTextsZblBasicReport")
+        frmZBLBasicReport::instance().FillTextsZblBasicReport();
+    else if (routine == u"FillTextsZblVGraph")
+        frmZBLVGraph::instance().FillTextsZblVGraph();
+    else if (routine == u"FillTextsPrintVGraph")
+        frmPrintVGraph::instance().FillTextsPrintVGraph();
+    else if (routine == u"FillTextsPrintZblBasicReport")
+        frmPrintZBLBasicReport::instance().FillTextsPrintZblBasicReport();
+    else
+        QFAIL("no such fill routine");
+}
+
+QValueAxis* axisOf(const QWidget& window, Qt::Orientation orientation)
+{
+    auto* view = window.findChild<QChartView*>(QStringLiteral("CWGraph1"));
+    if (!view)
+        return nullptr;
+    const QList<QAbstractAxis*> axes = view->chart()->axes(orientation);
+    return axes.size() == 1 ? qobject_cast<QValueAxis*>(axes.first()) : nullptr;
+}
+
+// What an entry's place shows: the control's text, or the x axis caption.
+QString shownText(const QWidget& window, const WindowTextEntry& entry)
+{
+    if (entry.target == TextTarget::AxisXCaption) {
+        QValueAxis* axis = axisOf(window, Qt::Horizontal);
+        return axis ? axis->titleText() : QStringLiteral("<no x axis>");
+    }
+    return controlText(window, QString::fromLatin1(entry.control));
+}
+
+// Every name exists exactly once in the window, and is of the kind given.
+template <typename Kind> void requireControls(const QWidget& window, const QStringList& names)
+{
+    for (const QString& name : names) {
+        const QList<QObject*> found = window.findChildren<QObject*>(name);
+        QVERIFY2(found.size() == 1, qPrintable(window.objectName() + ": " + name + " found " +
+                                               QString::number(found.size()) + " times"));
+        QVERIFY2(qobject_cast<Kind*>(found.first()),
+                 qPrintable(window.objectName() + ": " + name + " is of the wrong kind"));
+    }
+}
+
+// Elements 0 to count - 1 of each array, and none behind them.
+template <typename Kind>
+void requireArrays(const QWidget& window, const QStringList& arrays, int count)
+{
+    for (const QString& array : arrays) {
+        QStringList names;
+        for (int i = 0; i < count; ++i)
+            names << QStringLiteral("%1(%2)").arg(array).arg(i);
+        requireControls<Kind>(window, names);
+        const QString behind = QStringLiteral("%1(%2)").arg(array).arg(count);
+        QVERIFY2(!window.findChild<QObject*>(behind), qPrintable(behind + " should not exist"));
+    }
+}
+
+QAction* entry(const QWidget& window, const QString& name)
+{
+    if (auto* menu = window.findChild<QMenu*>(name))
+        return menu->menuAction();
+    return window.findChild<QAction*>(name);
+}
+
+QWidget* widget(const QWidget& window, const QString& name)
+{
+    return window.findChild<QWidget*>(name);
+}
+
+// The head of the test on the report and on the V graph pages.
+const QStringList HeadCaptions = {
+    "lbDeviceTestReport",  "lbTexteTestReport",
+    "lbTexteFileName",     "lbTexteDate",
+    "lbTexteInstrumentSN", "lbTexteXFRSerialNumber",
+    "lbTexteCompany",      "lbTexteStation",
+    "lbTexteDesignator",   "lbTexteManufacturer",
+    "lbTexteOperator",     "lbTexteTemperature",
+    "lbTexteNotes",        "imgLogo",
+};
+const QStringList HeadValues = {"lbTexteFileName(1)", "lbTexteDate(1)", "lbTexteInstrumentSN(1)"};
+const QStringList HeadBoxes = {"txtXFRSerialNumber", "txtCompany",      "txtStation",
+                               "txtDesignator",      "txtManufacturer", "txtOperator",
+                               "txtTemperature",     "txtNotes"};
+
+const QStringList ReportCells = {"txtTapA",     "txtWindingA", "lbResA", "txtConbinedResistanceA",
+                                 "txtTapB",     "txtWindingB", "lbResB", "txtConbinedResistanceB",
+                                 "txtTotalTime"};
+const QStringList ReportColumnHeads = {"lbTexteCHANA",       "lbTexteCHANB",
+                                       "lbTexteTAPA",        "lbTexteWindingA",
+                                       "lbTexteResistanceA", "lbTexteCompensedResistanceA",
+                                       "lbTexteTAPB",        "lbTexteWindingB",
+                                       "lbTexteResistanceB", "lbTexteCompensedResistanceB"};
+const QStringList ReportMenuEntries = {
+    "mnuPrint",    "mnuBasicReport", "mnuBasicVgraph", "mnuBasicVgraphRS", "mnuExport",
+    "mnuEdit",     "mnuTaps",        "mnuVGraph",      "mnuVGraphA",       "mnuVGraphB",
+    "mnuVGraphRS", "mnuSave",        "mnuOk"};
+const QStringList ReportHiddenEntries = {"mnuExport",   "mnuEdit",        "mnuTaps",
+                                         "mnuVGraphRS", "mnuBasicVgraph", "mnuBasicVgraphRS"};
+
+const QStringList PrintCells = {"lbResultTapA",     "lbResultWindingA", "lbResultResA",
+                                "lbResultCompResA", "lbResultTapB",     "lbResultWindingB",
+                                "lbResultResB",     "lbResultCompResB", "lbtotTime"};
+
+} // namespace
+
+class ZblWindowsTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    QTemporaryDir programDir;
+
+    // Makes `lines` the language file of the program.
+    void useLanguage(const QStringList& lines)
+    {
+        const QString file = programDir.filePath(QStringLiteral("test.lng"));
+        writeBytes(file, crlfLines(lines));
+        setAppPathOverride(programDir.path());
+        appState().LangFilePath = file;
+    }
+
+    static QStringList routines()
+    {
+        return {"FillTextsZblBasicReport", "FillTextsZblVGraph", "FillTextsPrintVGraph",
+                "FillTextsPrintZblBasicReport"};
+    }
+
+    static void addRoutineRows()
+    {
+        QTest::addColumn<QString>("routine");
+        for (const QString& r : routines())
+            QTest::newRow(qPrintable(r)) << r;
+    }
+
+private Q_SLOTS:
+    void cleanup()
+    {
+        appState().LangFilePath.clear();
+        setAppPathOverride({});
+    }
+
+    // Runs first: later tests fill the windows and overwrite these texts.
+    void designTextsBeforeAnyFill()
+    {
+        const frmZBLBasicReport& report = frmZBLBasicReport::instance();
+        const QList<QPair<QString, QString>> menus = {
+            {"mnuPrint", "Print"},          {"mnuBasicReport", "Basic Report"},
+            {"mnuBasicVgraph", "V-Graph"},  {"mnuBasicVgraphRS", "Basic  & V-Graph(Rs)"},
+            {"mnuExport", "Export"},        {"mnuEdit", "Edits Notes"},
+            {"mnuTaps", "Edit Taps"},       {"mnuVGraph", "V-Graph"},
+            {"mnuVGraphA", "Channel A"},    {"mnuVGraphB", "Channel B"},
+            {"mnuVGraphRS", "V-Graph(Rs)"},
+        };
+        for (const auto& [name, text] : menus)
+            QCOMPARE(controlText(report, name), text);
+
+        QCOMPARE(controlText(frmZBLVGraph::instance(), "lbUnZoom"),
+                 QString("***Double-click on graph for full size graph."));
+        QCOMPARE(controlText(frmPrintZBLBasicReport::instance(), "lbPage"), QString("Page 1 / 1"));
+    }
+
+    void eachWindowIsOneInstanceMadeHidden()
+    {
+        QCOMPARE(&frmZBLBasicReport::instance(), &frmZBLBasicReport::instance());
+        QCOMPARE(&frmZBLVGraph::instance(), &frmZBLVGraph::instance());
+        QCOMPARE(&frmPrintVGraph::instance(), &frmPrintVGraph::instance());
+        QCOMPARE(&frmPrintZBLBasicReport::instance(), &frmPrintZBLBasicReport::instance());
+        for (const QString& r : routines()) {
+            const QWidget& w = windowOf(r);
+            QVERIFY2(!w.isVisible(), qPrintable(w.objectName()));
+            QVERIFY(!w.testAttribute(Qt::WA_DeleteOnClose));
+        }
+    }
+
+    void closingOnlyHides()
+    {
+        for (QWidget* w : std::initializer_list<QWidget*>{&frmZBLBasicReport::instance(),
+                                                          &frmZBLVGraph::instance()}) {
+            QPointer<QWidget> alive(w);
+            w->show();
+            QVERIFY(w->isVisible());
+            QVERIFY(w->close());
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+            QVERIFY(!alive.isNull());
+            QVERIFY(w->isHidden());
+        }
+        QCOMPARE(static_cast<QWidget*>(&frmZBLBasicReport::instance()),
+                 static_cast<QWidget*>(&frmZBLBasicReport::instance()));
+    }
+
+    void reportHasEveryControl()
+    {
+        const frmZBLBasicReport& w = frmZBLBasicReport::instance();
+        requireControls<QLabel>(w, HeadCaptions);
+        requireControls<QLabel>(w, HeadValues);
+        requireControls<QLabel>(w, {"lbTexteCompensedTemp", "lbTexteCompensedTemp(1)",
+                                    "lbTexteCompensedFactor", "lbTotalTime", "lbTotalTimeBdr"});
+        requireControls<QLineEdit>(w, HeadBoxes);
+        // The column heads are text boxes: the language fills their text.
+        requireControls<QLineEdit>(w, ReportColumnHeads);
+        requireControls<QComboBox>(w, {"cbCompensation"});
+        requireControls<QFrame>(w, {"frResistance"});
+        requireControls<QScrollBar>(w, {"VScroll1"});
+        requireArrays<QLineEdit>(w, ReportCells, frmZBLBasicReport::RowCount);
+        if (QTest::currentTestFailed())
+            return; // what follows needs those controls
+        QCOMPARE(frmZBLBasicReport::RowCount, 122);
+        QVERIFY(w.findChild<QComboBox*>("cbCompensation")->isEditable());
+
+        QCOMPARE(w.cell(ZblColumn::TapA, 0)->objectName(), QString("txtTapA(0)"));
+        QCOMPARE(w.cell(ZblColumn::ResB, 57)->objectName(), QString("lbResB(57)"));
+        QCOMPARE(w.cell(ZblColumn::TotalTime, 121)->objectName(), QString("txtTotalTime(121)"));
+
+        // The whole page, head and table, scrolls on its frame.
+        QWidget* page = widget(w, "frResistance");
+        QVERIFY(page->isAncestorOf(widget(w, "txtCompany")));
+        QVERIFY(page->isAncestorOf(widget(w, "txtTapA(121)")));
+    }
+
+    void reportTableColumnsLieUnderTheirHeads()
+    {
+        const frmZBLBasicReport& w = frmZBLBasicReport::instance();
+        const QStringList heads = {
+            "lbTexteTAPA",   "lbTexteWindingA", "lbTexteResistanceA", "lbTexteCompensedResistanceA",
+            "lbTexteTAPB",   "lbTexteWindingB", "lbTexteResistanceB", "lbTexteCompensedResistanceB",
+            "lbTotalTimeBdr"};
+        // Widths in twips of tap, winding, resistance, compensated; 15 to a pixel.
+        const QList<int> widths = {39, 68, 65, 97, 39, 68, 65, 97, 51};
+        for (int c = 0; c < heads.size(); ++c) {
+            const QRect head = widget(w, heads[c])->geometry();
+            const QRect first = w.cell(static_cast<ZblColumn>(c), 0)->geometry();
+            QCOMPARE(first.left(), head.left());
+            QCOMPARE(first.width(), head.width());
+            QCOMPARE(first.top(), head.bottom() + 1);
+            QVERIFY(qAbs(first.width() - widths[c]) <= 1);
+            if (c > 0)
+                QCOMPARE(first.left(),
+                         w.cell(static_cast<ZblColumn>(c - 1), 0)->geometry().right() + 1);
+            for (int r = 1; r < frmZBLBasicReport::RowCount; ++r) {
+                const QRect cell = w.cell(static_cast<ZblColumn>(c), r)->geometry();
+                const QRect above = w.cell(static_cast<ZblColumn>(c), r - 1)->geometry();
+                QCOMPARE(cell.left(), above.left());
+                QCOMPARE(cell.top(), above.bottom() + 1);
+                QCOMPARE(cell.height(), 21);
+            }
+        }
+        QCOMPARE(w.cell(ZblColumn::TapA, 0)->x(), 67); // 1000 twips from the page's edge
+        // Each channel head spans the four columns of its channel.
+        const QRect chanA = widget(w, "lbTexteCHANA")->geometry();
+        QCOMPARE(chanA.left(), w.cell(ZblColumn::TapA, 0)->x());
+        QCOMPARE(chanA.right(), w.cell(ZblColumn::CompensatedA, 0)->geometry().right());
+        const QRect chanB = widget(w, "lbTexteCHANB")->geometry();
+        QCOMPARE(chanB.left(), chanA.right() + 1);
+        QCOMPARE(chanB.right(), w.cell(ZblColumn::CompensatedB, 0)->geometry().right());
+        // The total time head sits inside its border.
+        QVERIFY(
+            widget(w, "lbTotalTimeBdr")->geometry().contains(widget(w, "lbTotalTime")->geometry()));
+    }
+
+    void reportMenusWithTheirHiddenEntries()
+    {
+        const frmZBLBasicReport& w = frmZBLBasicReport::instance();
+        for (const QString& name : ReportMenuEntries) {
+            QAction* a = entry(w, name);
+            QVERIFY2(a, qPrintable(name));
+            QCOMPARE(a->isVisible(), !ReportHiddenEntries.contains(name));
+        }
+        auto* print = w.findChild<QMenu*>("mnuPrint");
+        auto* vgraph = w.findChild<QMenu*>("mnuVGraph");
+        QVERIFY(print && vgraph);
+        for (const char* name : {"mnuBasicReport", "mnuBasicVgraph", "mnuBasicVgraphRS"})
+            QVERIFY(print->actions().contains(entry(w, name)));
+        for (const char* name : {"mnuVGraphA", "mnuVGraphB", "mnuVGraphRS"})
+            QVERIFY(vgraph->actions().contains(entry(w, name)));
+        const QList<QAction*> bar = w.menuBar()->actions();
+        for (const char* name :
+             {"mnuPrint", "mnuExport", "mnuEdit", "mnuTaps", "mnuVGraph", "mnuSave", "mnuOk"})
+            QVERIFY2(bar.contains(entry(w, name)), name);
+    }
+
+    void vGraphHasEveryControl()
+    {
+        const frmZBLVGraph& w = frmZBLVGraph::instance();
+        requireControls<QLabel>(w, HeadCaptions);
+        requireControls<QLabel>(w, HeadValues);
+        requireControls<QLineEdit>(w, HeadBoxes);
+        requireControls<QLabel>(w, {"lbCHAN", "lbUnZoom", "lbVolts", "lbCurrent", "lbCurseur"});
+        requireControls<QCheckBox>(w, {"ckZoom"});
+        requireControls<QScrollBar>(w, {"VScroll1"});
+        requireControls<QFrame>(w, {"frZBLVGraph"});
+        requireControls<QChartView>(w, {"CWGraph1"});
+        requireControls<QAction>(w, {"mnuPrint"});
+        if (QTest::currentTestFailed())
+            return; // what follows needs those controls
+        QVERIFY(w.menuBar()->actions().contains(entry(w, "mnuPrint")));
+        // Shown only while the graph is zoomed.
+        QVERIFY(widget(w, "lbUnZoom")->isHidden());
+        QVERIFY(widget(w, "frZBLVGraph")->isAncestorOf(widget(w, "CWGraph1")));
+    }
+
+    void printVGraphHasEveryControl()
+    {
+        const frmPrintVGraph& w = frmPrintVGraph::instance();
+        requireControls<QLabel>(w, HeadCaptions);
+        requireControls<QLabel>(w, HeadValues);
+        requireControls<QLineEdit>(w, HeadBoxes);
+        requireControls<QLabel>(w, {"lbCHAN"});
+        requireControls<QChartView>(w, {"CWGraph1"});
+    }
+
+    void eachGraphHasOnePlotOnTwoLinearAxes_data()
+    {
+        QTest::addColumn<QString>("routine");
+        QTest::newRow("frmZBLVGraph") << QString("FillTextsZblVGraph");
+        QTest::newRow("frmPrintVGraph") << QString("FillTextsPrintVGraph");
+    }
+    void eachGraphHasOnePlotOnTwoLinearAxes()
+    {
+        QFETCH(QString, routine);
+        const QWidget& w = windowOf(routine);
+        auto* view = w.findChild<QChartView*>("CWGraph1");
+        QVERIFY(view);
+        QValueAxis* x = axisOf(w, Qt::Horizontal);
+        QValueAxis* y = axisOf(w, Qt::Vertical);
+        QVERIFY(x && y);
+        QCOMPARE(view->chart()->series().size(), 1);
+        auto* plot = qobject_cast<QLineSeries*>(view->chart()->series().first());
+        QVERIFY(plot);
+        QCOMPARE(plot->attachedAxes().size(), 2);
+        QVERIFY(plot->attachedAxes().contains(x));
+        QVERIFY(plot->attachedAxes().contains(y));
+        // The accessor hands out the same pieces.
+        const VGraphChart& graph = routine == u"FillTextsZblVGraph"
+                                       ? frmZBLVGraph::instance().CWGraph1()
+                                       : frmPrintVGraph::instance().CWGraph1();
+        QCOMPARE(graph.view, view);
+        QCOMPARE(graph.axisX, x);
+        QCOMPARE(graph.axisY, y);
+        QCOMPARE(graph.plot, plot);
+    }
+
+    void printReportHasEveryControl()
+    {
+        const frmPrintZBLBasicReport& w = frmPrintZBLBasicReport::instance();
+        requireControls<QFrame>(w, {"frHeaderPrint", "frDataPrint", "frmPageNumber"});
+        requireControls<QLabel>(w, {"lbPage", "imgLogo"});
+        requireControls<QLabel>(w, {"lbFileName", "lbDate", "LBCompany", "LBDesignator",
+                                    "LBXFRSerialNumber", "LBTemperature", "lbStation",
+                                    "lbManufacturer", "lbOperator", "lbCompensatedTemp",
+                                    "lbCompensendFactor", "lbNotes"});
+        requireControls<QLabel>(w, {"lbCHANA", "lbCHANB", "lbTAPA", "lbTAPB", "lbWindingA",
+                                    "lbWindingB", "lbResA", "lbResB", "lbCompensedResistanceA",
+                                    "lbCompensedResistanceB", "lbTotalTime", "lbTotalTimeBdr"});
+        requireArrays<QLabel>(w, PrintCells, frmPrintZBLBasicReport::RowsPerPage);
+        if (QTest::currentTestFailed())
+            return; // what follows needs those controls
+        QCOMPARE(frmPrintZBLBasicReport::RowsPerPage, 33);
+        QCOMPARE(w.cell(ZblColumn::CompensatedB, 32)->objectName(),
+                 QString("lbResultCompResB(32)"));
+        QCOMPARE(w.cell(ZblColumn::TotalTime, 0)->objectName(), QString("lbtotTime(0)"));
+        QVERIFY(widget(w, "frDataPrint")->isAncestorOf(widget(w, "lbResultTapA(0)")));
+        QVERIFY(widget(w, "frHeaderPrint")->isAncestorOf(widget(w, "lbNotes")));
+        QVERIFY(widget(w, "frmPageNumber")->isAncestorOf(widget(w, "lbPage")));
+    }
+
+    void printReportIsASheetWithItsFirstPageFrames()
+    {
+        const frmPrintZBLBasicReport& w = frmPrintZBLBasicReport::instance();
+        // 8.5 by 8.8 inches at 96 pixels to the inch.
+        QCOMPARE(w.size(), QSize(816, 845));
+        QCOMPARE(widget(w, "frHeaderPrint")->y(), 10);  // 150 twips
+        QCOMPARE(widget(w, "frDataPrint")->y(), 283);   // 4250 twips
+        QCOMPARE(widget(w, "frmPageNumber")->y(), 833); // 12500 twips
+        QCOMPARE(w.cell(ZblColumn::TapA, 0)->x(), 38);  // 570 twips
+        QCOMPARE(w.cell(ZblColumn::TapA, 1)->y() - w.cell(ZblColumn::TapA, 0)->y(), 15);
+        QCOMPARE(widget(w, "lbCHANA")->x(), w.cell(ZblColumn::TapA, 0)->x());
+        QCOMPARE(widget(w, "lbTotalTimeBdr")->x(), w.cell(ZblColumn::TotalTime, 0)->x());
+        // The heads that the language fills stay off the paper; the print
+        // copies the report's heads into those beside them.
+        for (const QString& name : ReportColumnHeads) {
+            QWidget* filled = widget(w, name);
+            QVERIFY2(filled && filled->isHidden(), qPrintable(name));
+        }
+        QVERIFY(!widget(w, "lbCHANA")->isHidden());
+    }
+
+    void tableNamesOnlyControlsTheWindowHas_data() { addRoutineRows(); }
+    void tableNamesOnlyControlsTheWindowHas()
+    {
+        QFETCH(QString, routine);
+        const WindowTextTable* table = windowTextTable(routine);
+        QVERIFY(table);
+        const QWidget& w = windowOf(routine);
+        QCOMPARE(w.objectName(), table->window);
+        for (const WindowTextEntry& e : table->entries) {
+            const QString control = QString::fromLatin1(e.control);
+            if (control.isEmpty())
+                continue;
+            QVERIFY2(w.findChild<QObject*>(control), qPrintable(control));
+        }
+    }
+
+    void fillPutsEachTextInItsControl_data() { addRoutineRows(); }
+    void fillPutsEachTextInItsControl()
+    {
+        QFETCH(QString, routine);
+        const WindowTextTable* table = windowTextTable(routine);
+        QVERIFY(table);
+        QStringList lines;
+        for (const WindowTextEntry& e : table->entries)
+            lines << QStringLiteral("%1,T:%1").arg(QLatin1String(e.key));
+        useLanguage(lines);
+
+        QWidget& w = windowOf(routine);
+        runFill(routine);
+        QVERIFY(!w.isVisible());
+        QVERIFY(!w.windowIcon().isNull());
+        for (const WindowTextEntry& e : table->entries) {
+            QCOMPARE(shownText(w, e), QStringLiteral("T:") + QLatin1String(e.key));
+        }
+    }
+
+    void emptyLanguageShowsTheKeys_data() { addRoutineRows(); }
+    void emptyLanguageShowsTheKeys()
+    {
+        QFETCH(QString, routine);
+        const WindowTextTable* table = windowTextTable(routine);
+        QVERIFY(table);
+        useLanguage({});
+
+        QWidget& w = windowOf(routine);
+        runFill(routine);
+        QVERIFY(!w.isVisible());
+        for (const WindowTextEntry& e : table->entries)
+            if (e.target == TextTarget::WindowTitle)
+                QCOMPARE(w.windowTitle(), QString::fromLatin1(e.key));
+        for (const WindowTextEntry& e : table->entries) {
+            QCOMPARE(shownText(w, e), QString::fromLatin1(e.key));
+        }
+    }
+
+    void perColumnKeysFillReportTextBoxes()
+    {
+        useLanguage({"frmZBLBasicReport.lbTexteCHANA.Caption,CHANNEL A",
+                     "frmZBLBasicReport.lbTexteCompensedResistanceB.Caption,Rc (20 C)"});
+        frmZBLBasicReport& w = frmZBLBasicReport::instance();
+        w.FillTextsZblBasicReport();
+        QCOMPARE(w.findChild<QLineEdit*>("lbTexteCHANA")->text(), QString("CHANNEL A"));
+        QCOMPARE(w.findChild<QLineEdit*>("lbTexteCompensedResistanceB")->text(),
+                 QString("Rc (20 C)"));
+    }
+
+    void fillKeepsHiddenEntriesHidden()
+    {
+        useLanguage({});
+        frmZBLBasicReport& w = frmZBLBasicReport::instance();
+        w.FillTextsZblBasicReport();
+        for (const QString& name : ReportHiddenEntries)
+            QVERIFY2(!entry(w, name)->isVisible(), qPrintable(name));
+        frmZBLVGraph::instance().FillTextsZblVGraph();
+        QVERIFY(widget(frmZBLVGraph::instance(), "lbUnZoom")->isHidden());
+    }
+};
+
+int main(int argc, char** argv)
+{
+    QuenbyApplication application(argc, argv);
+    ZblWindowsTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "ZblWindowsTest.moc"

@@ -1,0 +1,32 @@
+// The print twin of the V graph: a page that is never shown, filled in step
+// with frmZBLVGraph and printed as a whole. It is never zoomed, so the paper
+// always shows the whole curve.
+#pragma once
+
+#include "localisation/ui/WindowTexts.h"
+#include "zbl/ui/ZblPageParts.h"
+
+#include <QWidget>
+
+namespace quenby {
+
+class frmPrintVGraph final : public QWidget, public WindowTextReceiver
+{
+    Q_OBJECT
+
+public:
+    // The one instance, made on first touch; it stays hidden.
+    static frmPrintVGraph& instance();
+
+    void FillTextsPrintVGraph();
+    void applyWindowText(const WindowTextEntry& entry, const QString& text) override;
+
+    const VGraphChart& CWGraph1() const { return m_graph; }
+
+private:
+    frmPrintVGraph();
+
+    VGraphChart m_graph;
+};
+
+} // namespace quenby

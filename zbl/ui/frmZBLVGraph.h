@@ -1,0 +1,35 @@
+// The V graph window: the resistance of one channel of the open ZBL test
+// against the position of its row, under the head of the test. A tap changer
+// stepped through its positions draws a V. The operator reads points with a
+// cursor, zooms into a rectangle, and prints the page through its print twin
+// frmPrintVGraph. The page lies on the frame frZBLVGraph, which VScroll1 moves.
+#pragma once
+
+#include "localisation/ui/WindowTexts.h"
+#include "zbl/ui/ZblPageParts.h"
+
+#include <QMainWindow>
+
+namespace quenby {
+
+class frmZBLVGraph final : public QMainWindow, public WindowTextReceiver
+{
+    Q_OBJECT
+
+public:
+    // The one instance, made on first touch; closing only hides it.
+    static frmZBLVGraph& instance();
+
+    void FillTextsZblVGraph();
+    void applyWindowText(const WindowTextEntry& entry, const QString& text) override;
+
+    // CWGraph1 with its axes and its one plot.
+    const VGraphChart& CWGraph1() const { return m_graph; }
+
+private:
+    frmZBLVGraph();
+
+    VGraphChart m_graph;
+};
+
+} // namespace quenby
