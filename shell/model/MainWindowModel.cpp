@@ -45,4 +45,33 @@ void frmMainLoad(const StartUpSteps& steps)
         steps.TreatVisibleMenu();
 }
 
+namespace {
+void changeLanguage(const QString& word)
+{
+    if (!FileExistsApi(languageFilePath(word))) {
+        showMessage(UnableToFindLanguageFiles, MsgButtons::Ok, MsgIcon::Critical);
+        endProgram(1);
+    }
+    LoadLanguage(word);
+    if (word == QLatin1String("ENGLISH") && languageHooks().loadUploadDevice)
+        languageHooks().loadUploadDevice();
+    settingsStore().SaveSetting(SettingsAppLanguage, "Language", "Language", word);
+}
+} // namespace
+
+void mnuAnglais_Click()
+{
+    changeLanguage(QStringLiteral("ENGLISH"));
+}
+
+void mnuFrancais_Click()
+{
+    changeLanguage(QStringLiteral("FRANCAIS"));
+}
+
+void mnuPolish_Click()
+{
+    changeLanguage(QStringLiteral("POLISH"));
+}
+
 } // namespace quenby

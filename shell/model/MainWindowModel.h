@@ -46,4 +46,12 @@ struct StartUpSteps
 //  8. the menu states are set.
 void frmMainLoad(const StartUpSteps& steps);
 
+// The language commands. Each tests its file beside the program (missing: the
+// critical message "Unable to find langage files" and the end of the
+// program), loads the language, and keeps the word in the store. The English
+// command alone loads the upload window once more, to no visible effect.
+void mnuAnglais_Click();
+void mnuFrancais_Click();
+void mnuPolish_Click();
+
 } // namespace quenby

@@ -1,10 +1,20 @@
 #include "shell/ui/frmMain.h"
 
+#include "kvx/ui/frmCompensedResistanceSetting.h"
+#include "kvx/ui/frmKVXCondensedReport.h"
 #include "localisation/model/LanguageLookup.h"
+#include "shell/model/DataFolders.h"
 #include "shell/model/FileSystem.h"
 #include "shell/model/MainMenu.h"
 #include "shell/model/MainWindowModel.h"
+#include "shell/model/RuntimeError.h"
 #include "shell/model/Services.h"
+#include "shell/ui/frmAbout.h"
+#include "shell/ui/frmGeneralSetting.h"
+#include "shell/ui/frmProcessProgress.h"
+#include "upload/ui/frmUploadDevice.h"
+#include "zbl/ui/frmZBLBasicReport.h"
+#include "zbl/ui/frmZBLVGraph.h"
 
 #include <QCheckBox>
 #include <QCloseEvent>
@@ -18,6 +28,35 @@ namespace quenby {
 namespace {
 // The knee boxes have fixed texts and no language keys.
 constexpr std::array<const char*, 3> KneeTypeTexts = {"IEEE30", "IEEE45", "ANSI/IEC10/50"};
+// Plugs every window into the language loader. A fill routine touches its
+// window and so makes it: this is how the windows come to exist at start.
+void installWindows()
+{
+    LanguageHooks& hooks = languageHooks();
+    hooks.fillers[QStringLiteral("FillTextsCompensedResistance")] = [] {
+        frmCompensedResistanceSetting::instance().FillTextsCompensedResistance();
+    };
+    hooks.fillers[QStringLiteral("FillTextsKvxCondensedReport")] = [] {
+        frmKVXCondensedReport::instance().FillTextsKvxCondensedReport();
+    };
+    hooks.fillers[QStringLiteral("FillTextsProcessProgress")] = [] {
+        frmProcessProgress::instance().FillTextsProcessProgress();
+    };
+    hooks.fillers[QStringLiteral("FillTextsUploadDevice")] = [] {
+        frmUploadDevice::instance().FillTextsUploadDevice();
+    };
+    hooks.fillers[QStringLiteral("FillTextsZblBasicReport")] = [] {
+        frmZBLBasicReport::instance().FillTextsZblBasicReport();
+    };
+    hooks.fillers[QStringLiteral("FillTextsAbout")] = [] { frmAbout::instance().FillTextsAbout(); };
+    hooks.fillers[QStringLiteral("FillTextsZblVGraph")] = [] {
+        frmZBLVGraph::instance().FillTextsZblVGraph();
+    };
+    hooks.fillers[QStringLiteral("FillTextsMain")] = [] { frmMain::instance().FillTextsMain(); };
+    hooks.loadUploadDevice = [] { frmUploadDevice::instance(); };
+    installGeneralSettingWindow();
+}
+
 } // namespace
 
 frmMain& frmMain::instance()
@@ -35,7 +74,8 @@ frmMain::frmMain()
     auto* layout = new QVBoxLayout(central);
     layout->addStretch(1);
     for (int i = 0; i < 3; ++i) {
-        auto* box = new QCheckBox(QString::fromLatin1(KneeTypeTexts[static_cast<std::size_t>(i)]), central);
+        auto* box =
+            new QCheckBox(QString::fromLatin1(KneeTypeTexts[static_cast<std::size_t>(i)]), central);
         box->setObjectName(QStringLiteral("chkKneeType(%1)").arg(i));
         layout->addWidget(box, 0, Qt::AlignHCenter);
         m_chkKneeType[static_cast<std::size_t>(i)] = box;
@@ -51,7 +91,8 @@ frmMain::frmMain()
         open.resize(static_cast<std::size_t>(e.depth));
         QAction* entry = nullptr;
         if (e.subMenu) {
-            auto* menu = new QMenu(caption, e.depth == 0 ? static_cast<QWidget*>(this) : open.back());
+            auto* menu =
+                new QMenu(caption, e.depth == 0 ? static_cast<QWidget*>(this) : open.back());
             menu->setObjectName(name);
             if (e.depth == 0)
                 menuBar()->addMenu(menu);
@@ -78,8 +119,19 @@ frmMain::frmMain()
     bar->addWidget(m_panel1, 1);
     setStatusBar(bar);
 
+    auto connectCommand = [this](const char* name, void (*command)()) {
+        connect(menuEntry(QString::fromLatin1(name)), &QAction::triggered, this, [name, command] {
+            CommandScope scope(QString::fromLatin1(name) + QStringLiteral("_Click"));
+            command();
+        });
+    };
+    connectCommand("mnDataFilesPath", &mnDataFilesPath_Click);
+    connectCommand("mnuAnglais", &mnuAnglais_Click);
+    connectCommand("mnuFrancais", &mnuFrancais_Click);
+    connectCommand("mnuPolish", &mnuPolish_Click);
+    connectCommand("mnuAbout", &frmAbout::showAbout);
+
     LanguageHooks& hooks = languageHooks();
-    hooks.fillers[QStringLiteral("FillTextsMain")] = [this] { FillTextsMain(); };
     hooks.setLanguageMenuEnabled = [this](bool enabled) {
         mainWindowState().mnLangueEnabled = enabled;
         m_mnLangue->menuAction()->setEnabled(enabled);
@@ -119,7 +171,9 @@ void frmMain::TreatVisibleMenu()
 
 void frmMain::Form_Load()
 {
+    installWindows();
     StartUpSteps steps;
+    steps.CheckIfDirectoryExist = [] { CheckIfDirectoryExist(); };
     steps.TreatVisibleMenu = [this] { TreatVisibleMenu(); };
     frmMainLoad(steps);
     mirrorState();

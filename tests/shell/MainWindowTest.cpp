@@ -48,6 +48,7 @@ class MainWindowTest : public QObject
 private:
     QTemporaryDir programDir;
     QTemporaryDir storeDir;
+    QTemporaryDir dataDir;
     std::optional<QtSettingsStore> store;
     std::optional<ScriptedServices> scripted;
     std::optional<RuntimeError> caught;
@@ -64,6 +65,8 @@ private Q_SLOTS:
         setAppPathOverride(programDir.path());
         store.emplace(storeDir.path());
         setSettingsStore(&*store);
+        // A machine that has run before: the data folders are known.
+        store->SaveSetting("Quenby", "UserFileTransfert", "KVX", dataDir.path());
         scripted.emplace();
         caught.reset();
         endedWith = -1;

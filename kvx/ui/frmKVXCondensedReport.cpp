@@ -1,0 +1,510 @@
+#include "kvx/ui/frmKVXCondensedReport.h"
+
+#include "kvx/model/KvxCondensedReportModel.h"
+
+#include <QAbstractAxis>
+#include <QChart>
+#include <QChartView>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QFrame>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QVBoxLayout>
+
+namespace quenby {
+
+namespace {
+
+// The page is laid out for a letter or A4 sheet at 96 pixels to the inch: a
+// 720 pixel (7.5 inch) column between margins of 40 pixels.
+constexpr int ContentWidth = 720;
+constexpr int PageMargin = 40;
+constexpr int PageTop = 16; // 240 twips, where the logo's top lies
+constexpr int GraphHeight = 470;
+
+// The logo's place, in pixels: 1560 by 240 twips at 15 twips to the pixel.
+constexpr int LogoLeft = 104;
+constexpr int LogoWidth = 160;
+constexpr int LogoHeight = 64;
+
+// One pixel is 15 twips; the scroll bar moves the page 30 twips a step.
+constexpr int ScrollStepPixels = 2;
+
+constexpr int CellFontPixels = 11;
+// A text box draws its text this far in from its left edge.
+constexpr int TextBoxInset = 2;
+
+struct ColumnLook
+{
+    const char* array;
+    const char* head; // the head's text until the language fills it
+    int width;        // pixels; the widths add up to ContentWidth
+};
+
+constexpr std::array<ColumnLook, KvxColumnCount> Columns = {{
+    {"lbTestNumber", "Test", 30},
+    {"lbTapTest", "Tap", 44},
+    {"lbIEE30Test", "Vs IEEE 30", 52},
+    {"lbIEE45Test", "Vs IEEE 45", 52},
+    {"lbAINSIIC1050Test", "Vs IEC 10/50", 52},
+    {"lbNPRATIOTest", "Nameplate ratio", 64},
+    {"lbMSRATIOTest", "Measured ratio", 64},
+    {"lbErrorTest", "Error %", 48},
+    {"lbPhaseTest", "Phase", 48},
+    {"lbPolarity", "Polarity", 52},
+    {"lbWindingResTest", "Winding resistance", 66},
+    {"lbWindingCompTest", "Compensated resistance", 80},
+    {"lbInsulationResistanceTest", "Insulation", 68},
+}};
+
+constexpr int columnWidthSum()
+{
+    int sum = 0;
+    for (const ColumnLook& c : Columns)
+        sum += c.width;
+    return sum;
+}
+static_assert(columnWidthSum() == ContentWidth);
+
+// Rules of the table: dark around and under the heads, lighter between rows.
+constexpr auto HeadRule = "#303030";
+constexpr auto RowRule = "#9a9a9a";
+constexpr auto HeadFill = "#e6eaf0";
+
+QString indexedName(const QString& array, int index)
+{
+    return QStringLiteral("%1(%2)").arg(array).arg(index);
+}
+
+void makePaper(QWidget& page)
+{
+    QPalette paper = page.palette();
+    for (const QPalette::ColorRole role : {QPalette::Window, QPalette::Base})
+        paper.setColor(role, Qt::white);
+    for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text})
+        paper.setColor(role, Qt::black);
+    page.setPalette(paper);
+    // Set, not inherited: the scroll area around the page paints grey.
+    page.setBackgroundRole(QPalette::Window);
+    page.setAutoFillBackground(true);
+}
+
+QLabel* makeLabel(QWidget* parent, const QString& name, const QString& text = {})
+{
+    auto* label = new QLabel(text, parent);
+    label->setObjectName(name);
+    return label;
+}
+
+QLabel* makeCaption(QWidget* parent, const char* name, const char* text)
+{
+    QLabel* caption = makeLabel(parent, QString::fromLatin1(name), QString::fromLatin1(text));
+    QFont bold = caption->font();
+    bold.setBold(true);
+    caption->setFont(bold);
+    return caption;
+}
+
+// An editable field of the head, drawn as a line to write on.
+QLineEdit* makeTextBox(QWidget* parent, const QString& name, const QString& text = {})
+{
+    auto* box = new QLineEdit(text, parent);
+    box->setObjectName(name);
+    box->setStyleSheet(QStringLiteral("QLineEdit { border: none; border-bottom: 1px solid #b8b8b8;"
+                                      " background: white; color: black; padding: 0; }"));
+    return box;
+}
+
+QAction* addEntry(QWidget* owner, const char* name, const char* text)
+{
+    auto* entry = new QAction(QString::fromLatin1(text), owner);
+    entry->setObjectName(QString::fromLatin1(name));
+    owner->addAction(entry);
+    return entry;
+}
+
+QMenu* addMenu(QMenuBar* bar, QWidget* owner, const char* name, const char* text)
+{
+    auto* menu = new QMenu(QString::fromLatin1(text), owner);
+    menu->setObjectName(QString::fromLatin1(name));
+    bar->addMenu(menu);
+    return menu;
+}
+
+// The heads are ruled dark all round, the rows lighter between each other,
+// and the table's sides dark from top to bottom.
+QString cellStyle(bool head, bool firstColumn, bool lastColumn)
+{
+    QString style = QStringLiteral("QLabel { color: black; padding: 2px 1px;"
+                                   " border-right: 1px solid %1; border-bottom: 1px solid %2;")
+                        .arg(QLatin1String(lastColumn || head ? HeadRule : RowRule),
+                             QLatin1String(head ? HeadRule : RowRule));
+    if (firstColumn)
+        style += QStringLiteral(" border-left: 1px solid %1;").arg(QLatin1String(HeadRule));
+    if (head)
+        style += QStringLiteral(" border-top: 1px solid %1; background: %2;")
+                     .arg(QLatin1String(HeadRule), QLatin1String(HeadFill));
+    else
+        style += QStringLiteral(" background: white;");
+    return style + QStringLiteral(" }");
+}
+
+} // namespace
+
+QString kvxColumnArray(KvxColumn column)
+{
+    return QString::fromLatin1(Columns.at(static_cast<std::size_t>(column)).array);
+}
+
+frmKVXCondensedReport& frmKVXCondensedReport::instance()
+{
+    // Never deleted: the window lives until the process ends.
+    static frmKVXCondensedReport* window = new frmKVXCondensedReport;
+    return *window;
+}
+
+frmKVXCondensedReport::frmKVXCondensedReport()
+{
+    setObjectName(QStringLiteral("frmKVXCondensedReport"));
+    setWindowTitle(QStringLiteral("KVX Condensed Report"));
+    buildMenu();
+
+    auto* area = new QScrollArea(this);
+    area->setFrameShape(QFrame::NoFrame);
+    area->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
+    // Grey around the sheet, as around a page in a preview.
+    area->setBackgroundRole(QPalette::Mid);
+    QScrollBar* scroll = area->verticalScrollBar();
+    scroll->setObjectName(QStringLiteral("VScroll1"));
+    scroll->setSingleStep(ScrollStepPixels);
+
+    m_page = new QFrame;
+    m_page->setObjectName(QStringLiteral("frKVXReport"));
+    makePaper(*m_page);
+    auto* lines = new QVBoxLayout(m_page);
+    // The sheet takes the height its content needs, and grows or shrinks as
+    // rows are shown or hidden.
+    lines->setSizeConstraint(QLayout::SetFixedSize);
+    lines->setContentsMargins(PageMargin, PageTop, PageMargin, PageMargin);
+    lines->setSpacing(14);
+    lines->addWidget(buildTitleLine(m_page));
+    lines->addWidget(buildHead(m_page));
+    lines->addWidget(buildTable(m_page));
+    lines->addWidget(buildCompensationLine(m_page));
+    lines->addWidget(buildGraph(m_page));
+
+    // The logo lies over the left of the title line, placed by hand where the
+    // logo code puts it, so it stays out of the layout.
+    QLabel* logo = makeLabel(m_page, QStringLiteral("imgLogo"));
+    logo->setGeometry(LogoLeft, PageTop, LogoWidth, LogoHeight);
+    logo->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+
+    area->setWidget(m_page);
+    setCentralWidget(area);
+    resize(ContentWidth + 2 * PageMargin + scroll->sizeHint().width() + 24, 780);
+}
+
+void frmKVXCondensedReport::buildMenu()
+{
+    QMenuBar* bar = menuBar();
+    // The window has no save and no word-processor export: both stay disabled.
+    QAction* save = addEntry(this, "mnSave", "Save");
+    save->setEnabled(false);
+    bar->addAction(save);
+    bar->addAction(addEntry(this, "mnPrint", "Print"));
+
+    QMenu* exportMenu = addMenu(bar, this, "mnExport", "Export");
+    addEntry(exportMenu, "mnExcel", "Excel");
+    addEntry(exportMenu, "mnWord", "Word")->setEnabled(false);
+
+    QMenu* knee = addMenu(bar, this, "mnKneepoint", "Knee point");
+    addEntry(knee, "mnKneeIEEE30", "IEEE 30");
+    addEntry(knee, "mnKneeIEEE45", "IEEE 45");
+    addEntry(knee, "mnKneeAINSIIEC1050", "AINSI/IEC10/50");
+
+    bar->addAction(addEntry(this, "mnOk", "Ok"));
+}
+
+QWidget* frmKVXCondensedReport::buildTitleLine(QWidget* page)
+{
+    auto* line = new QWidget(page);
+    line->setFixedWidth(ContentWidth);
+    auto* row = new QHBoxLayout(line);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->addSpacing(LogoLeft - PageMargin + LogoWidth);
+    row->addStretch(1);
+
+    auto* titles = new QVBoxLayout;
+    titles->setSpacing(2);
+    QLabel* device = makeLabel(line, QStringLiteral("lbDeviceTestReport"),
+                               QStringLiteral("KVX Current Transformer Test"));
+    QFont big = device->font();
+    big.setPointSizeF(big.pointSizeF() * 1.6);
+    big.setBold(true);
+    device->setFont(big);
+    QLabel* kind = makeLabel(line, QStringLiteral("lbTexteTestReport"),
+                             QStringLiteral("Condensed Test Report"));
+    QFont bold = kind->font();
+    bold.setPointSizeF(bold.pointSizeF() * 1.2);
+    bold.setBold(true);
+    kind->setFont(bold);
+    // The knee standard in use, under the titles: the language's caption until
+    // a test is filled in, the standard's name afterwards.
+    QLabel* knee =
+        makeLabel(line, QStringLiteral("lbKneeType"), QStringLiteral("Knee point standard"));
+    QFont standard = knee->font();
+    standard.setBold(true);
+    knee->setFont(standard);
+    for (QLabel* title : {device, kind, knee}) {
+        title->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+        titles->addWidget(title);
+    }
+    titles->addStretch(1);
+    row->addLayout(titles);
+    line->setMinimumHeight(LogoHeight);
+    return line;
+}
+
+QWidget* frmKVXCondensedReport::buildHead(QWidget* page)
+{
+    auto* head = new QFrame(page);
+    head->setFixedWidth(ContentWidth);
+    // A rule above and below sets the head apart from titles and table.
+    head->setStyleSheet(QStringLiteral(".QFrame { border-top: 2px solid %1; border-bottom: 1px "
+                                       "solid %1; }")
+                            .arg(QLatin1String(HeadRule)));
+    auto* grid = new QGridLayout(head);
+    grid->setContentsMargins(0, 8, 0, 8);
+    grid->setHorizontalSpacing(8);
+    grid->setVerticalSpacing(5);
+    grid->setColumnMinimumWidth(0, 118);
+    grid->setColumnMinimumWidth(2, 118);
+    grid->setColumnStretch(1, 1);
+    grid->setColumnStretch(3, 1);
+    grid->setColumnMinimumWidth(1, 200);
+    grid->setColumnMinimumWidth(3, 200);
+
+    // Read from the test, never edited: the value is element 1 of the array
+    // whose element 0 is the caption, which keeps the plain name the language
+    // fills.
+    const auto readValue = [head](const char* array) {
+        QLabel* value = makeLabel(head, indexedName(QString::fromLatin1(array), 1));
+        value->setIndent(TextBoxInset); // its text starts where a text box's does
+        return value;
+    };
+    // A description field: a text box, and the label that stands in for it on
+    // paper, hidden until a print puts it in the box's place.
+    const auto field = [head, grid](int row, int pair, const char* box) {
+        const QString name = QString::fromLatin1(box);
+        QLineEdit* edit = makeTextBox(head, name);
+        QLabel* twin = makeLabel(head, QStringLiteral("lbTxt") + name.mid(3));
+        twin->hide();
+        grid->addWidget(edit, row, 2 * pair + 1);
+        grid->addWidget(twin, row, 2 * pair + 1);
+    };
+    const auto caption = [head, grid](int row, int pair, const char* name, const char* text) {
+        grid->addWidget(makeCaption(head, name, text), row, 2 * pair);
+    };
+
+    // The order follows the spreadsheet of the export: what names the test and
+    // the transformer on the left, where and by whom on the right.
+    caption(0, 0, "lbTexteFileName", "File name:");
+    grid->addWidget(readValue("lbTexteFileName"), 0, 1);
+    caption(1, 0, "lbTexteCompany", "Company:");
+    field(1, 0, "txtCompany");
+    caption(2, 0, "lbTexteDesignator", "Designation:");
+    field(2, 0, "txtDesignator");
+    caption(3, 0, "lbTexteCTSerialNumber", "CT serial number:");
+    field(3, 0, "txtCTSerialNumber");
+    caption(4, 0, "lbTexteTemperature", "Temperature:");
+    field(4, 0, "txtTemperature");
+    caption(5, 0, "lbTexteRatio", "Ratio:");
+    field(5, 0, "txtRatio");
+    caption(6, 0, "lbTextePhase", "Phase:");
+    field(6, 0, "txtPhase");
+    caption(7, 0, "lbTexteClass", "Class:");
+    field(7, 0, "txtClass");
+
+    caption(0, 1, "lbTexteDate", "Date:");
+    grid->addWidget(readValue("lbTexteDate"), 0, 3);
+    caption(1, 1, "lbTexteStation", "Station:");
+    field(1, 1, "txtStation");
+    caption(2, 1, "lbTexteManufacturer", "Manufacturer:");
+    field(2, 1, "txtManufacturer");
+    caption(3, 1, "lbTexteOperator", "Operator:");
+    field(3, 1, "txtOperator");
+    caption(4, 1, "lbTexteInstrumentSN", "Instrument S/N:");
+    grid->addWidget(readValue("lbTexteInstrumentSN"), 4, 3);
+    caption(5, 1, "lbTexteVoltageRAting", "Voltage rating:");
+    field(5, 1, "txtVoltageRating");
+    caption(6, 1, "lbTextePosition", "Position:");
+    field(6, 1, "txtPosition");
+    // The burden is written by hand behind the words the box starts with.
+    QLineEdit* burden = makeTextBox(head, QStringLiteral("txBurden"), QStringLiteral("BURDEN: "));
+    grid->addWidget(burden, 7, 2, 1, 2);
+
+    caption(8, 0, "lbTexteNotes", "Notes:");
+    QLineEdit* notes = makeTextBox(head, QStringLiteral("txtNotes"));
+    QLabel* notesTwin = makeLabel(head, QStringLiteral("lbTxtNotes"));
+    notesTwin->setWordWrap(true);
+    notesTwin->hide();
+    grid->addWidget(notes, 8, 1, 1, 3);
+    grid->addWidget(notesTwin, 8, 1, 1, 3);
+    return head;
+}
+
+QWidget* frmKVXCondensedReport::buildTable(QWidget* page)
+{
+    auto* table = new QWidget(page);
+    table->setFixedWidth(ContentWidth);
+    auto* grid = new QGridLayout(table);
+    grid->setContentsMargins(0, 0, 0, 0);
+    grid->setSpacing(0);
+
+    for (int c = 0; c < KvxColumnCount; ++c) {
+        const ColumnLook& look = Columns[static_cast<std::size_t>(c)];
+        const QString array = QString::fromLatin1(look.array);
+        for (int n = 0; n <= RowCount; ++n) {
+            const bool head = n == 0;
+            QLabel* cell = makeLabel(table, indexedName(array, n),
+                                     head ? QString::fromLatin1(look.head) : QString());
+            cell->setFixedWidth(look.width);
+            cell->setAlignment(Qt::AlignCenter);
+            cell->setWordWrap(head);
+            cell->setStyleSheet(cellStyle(head, c == 0, c == KvxColumnCount - 1));
+            QFont font = cell->font();
+            font.setPixelSize(head ? CellFontPixels - 1 : CellFontPixels);
+            font.setBold(head);
+            cell->setFont(font);
+            if (head)
+                cell->setMinimumHeight(34);
+            else
+                cell->setFixedHeight(20);
+            grid->addWidget(cell, n, c);
+            m_cells[static_cast<std::size_t>(c)][static_cast<std::size_t>(n)] = cell;
+        }
+    }
+    return table;
+}
+
+QWidget* frmKVXCondensedReport::buildCompensationLine(QWidget* page)
+{
+    auto* line = new QWidget(page);
+    line->setFixedWidth(ContentWidth);
+    auto* row = new QHBoxLayout(line);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(8);
+
+    row->addWidget(makeCaption(line, "lbTexteCompensedFactor", "Compensation:"));
+    // The two fixed entries, index 0 aluminium and index 1 copper; the list
+    // shows no choice, so that every pick, even of the same entry, is a click.
+    m_compensation = new QComboBox(line);
+    m_compensation->setObjectName(QStringLiteral("cbCompensation"));
+    m_compensation->setEditable(true);
+    m_compensation->setInsertPolicy(QComboBox::NoInsert);
+    m_compensation->addItem(QStringLiteral("Alluminium (TK=225)"));
+    m_compensation->addItem(QStringLiteral("Copper (TK=234.5)"));
+    m_compensation->setCurrentIndex(-1);
+    m_compensation->setMinimumWidth(170);
+    row->addWidget(m_compensation);
+    // Print twins of the combo box: paper shows its text as plain words.
+    for (const char* twinName : {"lbCompensation", "lbCbCompensation"}) {
+        QLabel* twin = makeLabel(line, QString::fromLatin1(twinName));
+        twin->setMinimumWidth(170);
+        twin->hide();
+        row->addWidget(twin);
+    }
+    row->addSpacing(16);
+    row->addWidget(makeCaption(line, "lbTexteCompensedTemp", "Compensated to:"));
+    row->addWidget(makeLabel(line, QStringLiteral("lbTexteCompensedTemp(1)")));
+    row->addStretch(1);
+    return line;
+}
+
+QWidget* frmKVXCondensedReport::buildGraph(QWidget* page)
+{
+    auto* block = new QWidget(page);
+    block->setFixedWidth(ContentWidth);
+    auto* lines = new QVBoxLayout(block);
+    lines->setContentsMargins(0, 0, 0, 0);
+    lines->setSpacing(4);
+
+    // The cursor read-out: current and voltage of the cursor last moved.
+    auto* readout = new QHBoxLayout;
+    readout->setSpacing(10);
+    readout->addWidget(makeCaption(block, "lbCurseur", "Cursor:"));
+    readout->addWidget(makeLabel(block, QStringLiteral("lbCurrent")));
+    readout->addWidget(makeLabel(block, QStringLiteral("lbVolts")));
+    readout->addStretch(1);
+    QLabel* unzoom = makeLabel(block, QStringLiteral("lbUnZoom"),
+                               QStringLiteral("***Double-click on graph for full size graph."));
+    QFont italic = unzoom->font();
+    italic.setItalic(true);
+    unzoom->setFont(italic);
+    unzoom->hide(); // shown only while the graph is zoomed
+    readout->addWidget(unzoom);
+    auto* zoom = new QCheckBox(QStringLiteral("Zoom"), block);
+    zoom->setObjectName(QStringLiteral("ckZoom"));
+    readout->addWidget(zoom);
+    lines->addLayout(readout);
+
+    m_graph = makeKvxKneeChart(block);
+    m_graph.view->setFixedSize(ContentWidth, GraphHeight);
+    // A style sheet replaces the inherited palette: the white is said again.
+    m_graph.view->setStyleSheet(QStringLiteral("QChartView { border: 1px solid %1; background: "
+                                               "white; }")
+                                    .arg(QLatin1String(HeadRule)));
+    lines->addWidget(m_graph.view);
+    return block;
+}
+
+QLabel* frmKVXCondensedReport::cell(KvxColumn column, int n) const
+{
+    return m_cells.at(static_cast<std::size_t>(column)).at(static_cast<std::size_t>(n));
+}
+
+void frmKVXCondensedReport::mirrorModel()
+{
+    const KvxCondensedReportModel& model = kvxCondensedReport();
+    for (int n = 0; n <= RowCount; ++n)
+        cell(KvxColumn::Insulation, n)->setText(model.lbInsulationResistanceTest(n));
+}
+
+void frmKVXCondensedReport::FillTextsKvxCondensedReport()
+{
+    fillWindowTexts(*this, QStringLiteral("FillTextsKvxCondensedReport"));
+    kvxCondensedReport().lbInsulationResistanceTest(0) = cell(KvxColumn::Insulation, 0)->text();
+    mirrorModel();
+}
+
+void frmKVXCondensedReport::applyWindowText(const WindowTextEntry& entry, const QString& text)
+{
+    const QString control = QString::fromLatin1(entry.control);
+    switch (entry.target) {
+    case TextTarget::ListItem0:
+    case TextTarget::ListItem1:
+        if (auto* list = findChild<QComboBox*>(control))
+            list->setItemText(entry.target == TextTarget::ListItem0 ? 0 : 1, text);
+        break;
+    case TextTarget::AxisXCaption:
+    case TextTarget::AxisYCaption:
+        if (auto* view = findChild<QChartView*>(control)) {
+            const Qt::Orientation orientation =
+                entry.target == TextTarget::AxisXCaption ? Qt::Horizontal : Qt::Vertical;
+            for (QAbstractAxis* axis : view->chart()->axes(orientation))
+                axis->setTitleText(text);
+        }
+        break;
+    default:
+        break;
+    }
+}
+
+} // namespace quenby

@@ -1,0 +1,198 @@
+// The program's windows together, offscreen: the start on a new machine, the
+// windows made by the language load, and the language commands.
+#include "kvx/ui/frmCompensedResistanceSetting.h"
+#include "kvx/ui/frmKVXCondensedReport.h"
+#include "localisation/model/LanguageLookup.h"
+#include "shell/model/AppState.h"
+#include "shell/model/CommonDialog.h"
+#include "shell/model/DataFolders.h"
+#include "shell/model/Platform.h"
+#include "shell/model/SettingsStore.h"
+#include "shell/ui/QuenbyApplication.h"
+#include "shell/ui/frmAbout.h"
+#include "shell/ui/frmGeneralSetting.h"
+#include "shell/ui/frmMain.h"
+#include "shell/ui/frmProcessProgress.h"
+#include "tests/support/ScriptedServices.h"
+#include "tests/support/TestFiles.h"
+#include "upload/ui/frmUploadDevice.h"
+#include "zbl/ui/frmZBLBasicReport.h"
+#include "zbl/ui/frmZBLVGraph.h"
+
+#include <QAction>
+#include <QDir>
+#include <QLabel>
+#include <QMenu>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <optional>
+
+using namespace quenby;
+using namespace quenby::testing;
+
+namespace {
+
+struct TitledWindow
+{
+    QWidget* window;
+    const char* titleKey;
+};
+
+// Every window whose title comes from the language, with the key of its title.
+std::vector<TitledWindow> titledWindows()
+{
+    return {
+        {&frmMain::instance(), "frmMain.Caption"},
+        {&frmGeneralSetting::instance(), "frmGeneralSetting.Caption"},
+        {&frmKVXCondensedReport::instance(), "frmKVXCondensedReport.Caption"},
+        {&frmCompensedResistanceSetting::instance(), "frmCompensedResistanceSetting.Caption"},
+        {&frmZBLBasicReport::instance(), "frmZBLBasicReport.Caption"},
+        {&frmZBLVGraph::instance(), "frmZBLVGraph.Caption"},
+        {&frmUploadDevice::instance(), "frmMain.mnUploadPcDevice.Caption"},
+        {&frmAbout::instance(), "frmAbout.Caption"},
+    };
+}
+
+} // namespace
+
+class ApplicationWindowsTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    QTemporaryDir programDir;
+    QTemporaryDir storeDir;
+    QTemporaryDir dataDir;
+    std::optional<QtSettingsStore> store;
+    std::optional<ScriptedServices> scripted;
+
+    // The shipped language files, beside the program.
+    void installLanguageFiles()
+    {
+        for (const char* name : {"en.lng", "fr.lng", "polish.lng"}) {
+            QFile::remove(programDir.filePath(name));
+            QVERIFY(QFile::copy(langSourcePath(name), programDir.filePath(name)));
+        }
+    }
+    QString textIn(const char* file, const char* key)
+    {
+        return FindKeyInLanguageFile(key, programDir.path() + pathSep() + file);
+    }
+
+private Q_SLOTS:
+    void init()
+    {
+        setAppPathOverride(programDir.path());
+        QDir(storeDir.path()).removeRecursively();
+        QDir().mkpath(storeDir.path());
+        store.emplace(storeDir.path());
+        setSettingsStore(&*store);
+        scripted.emplace();
+        installLanguageFiles();
+        CommonDialog1() = CommonDialogState{};
+    }
+
+    void cleanup()
+    {
+        scripted.reset();
+        setSettingsStore(nullptr);
+        setAppPathOverride({});
+    }
+
+    void firstRunAsksForTheDataFolderAndMakesTheTree()
+    {
+        scripted->folders.answers.push_back(dataDir.path());
+        frmMain::instance().Form_Load();
+
+        QCOMPARE(scripted->messages.shown.size(), std::size_t(1));
+        QCOMPARE(scripted->messages.shown[0].text,
+                 QString("Data directory not exist.  Select directory for data storage."));
+        QCOMPARE(scripted->messages.shown[0].icon, MsgIcon::Critical);
+        QCOMPARE(scripted->folders.requests.size(), std::size_t(1));
+        QCOMPARE(scripted->folders.requests[0].title, QString("Please select a folder:"));
+        const QString sep = pathSep();
+        QVERIFY(QDir(dataDir.path() + sep + "KVX" + sep + "Files").exists());
+        QVERIFY(QDir(dataDir.path() + sep + "ZBL" + sep + "Files").exists());
+        QCOMPARE(store->GetSetting("Quenby", "UserFileTransfert", "KVX"), dataDir.path());
+        QCOMPARE(store->GetSetting("Quenby", "UserFileTransfert", "ZBL"), dataDir.path());
+        QCOMPARE(generalSetting().txtCurrentKVXFilesPath(),
+                 dataDir.path() + sep + "KVX" + sep + "Files");
+
+        // The next start asks nothing.
+        scripted->messages.shown.clear();
+        frmMain::instance().Form_Load();
+        QVERIFY(scripted->messages.shown.empty());
+        QCOMPARE(scripted->folders.requests.size(), std::size_t(1));
+    }
+
+    void startMakesEveryWindowHiddenWithItsTexts()
+    {
+        store->SaveSetting("Quenby", "UserFileTransfert", "KVX", dataDir.path());
+        frmMain::instance().Form_Load();
+        for (const TitledWindow& w : titledWindows()) {
+            QCOMPARE(w.window->windowTitle(), textIn("en.lng", w.titleKey));
+            QVERIFY2(!w.window->isVisible(), w.titleKey);
+        }
+        QCOMPARE(frmProcessProgress::instance().findChild<QLabel*>("lbTexteStatus")->text(),
+                 textIn("en.lng", "frmProcessProgress.lbTexteStatus.Caption"));
+    }
+
+    void languageChangeRefreshesEveryWindowWithoutShowingIt()
+    {
+        store->SaveSetting("Quenby", "UserFileTransfert", "KVX", dataDir.path());
+        frmMain& main = frmMain::instance();
+        main.Form_Load();
+        for (const auto& [command, file, word] :
+             {std::tuple{"mnuFrancais", "fr.lng", "FRANCAIS"},
+              std::tuple{"mnuPolish", "polish.lng", "POLISH"},
+              std::tuple{"mnuAnglais", "en.lng", "ENGLISH"}}) {
+            main.menuEntry(command)->trigger();
+            QCOMPARE(store->GetSetting("Quenbey", "Language", "Language"), QString(word));
+            QCOMPARE(appState().LangFilePath, programDir.path() + pathSep() + file);
+            for (const TitledWindow& w : titledWindows()) {
+                QCOMPARE(w.window->windowTitle(), textIn(file, w.titleKey));
+                QVERIFY2(!w.window->isVisible(), w.titleKey);
+            }
+            QVERIFY(main.mnLangue()->menuAction()->isEnabled());
+        }
+        QVERIFY(scripted->messages.shown.empty());
+    }
+
+    void missingLanguageFileAtACommandEndsTheProgram()
+    {
+        store->SaveSetting("Quenby", "UserFileTransfert", "KVX", dataDir.path());
+        frmMain& main = frmMain::instance();
+        main.Form_Load();
+        QFile::remove(programDir.filePath("fr.lng"));
+        bool ended = false;
+        try {
+            main.menuEntry("mnuFrancais")->trigger();
+        } catch (const ProgramEnded& end) {
+            ended = true;
+            QVERIFY(end.exitCode != 0);
+        }
+        QVERIFY(ended);
+        QCOMPARE(scripted->messages.shown.back().text, QString("Unable to find langage files"));
+        // Nothing was kept: the store still has no language.
+        QCOMPARE(store->GetSetting("Quenbey", "Language", "Language"), QString());
+    }
+
+    void emptyLanguageFileShowsKeysEverywhere()
+    {
+        store->SaveSetting("Quenby", "UserFileTransfert", "KVX", dataDir.path());
+        writeBytes(programDir.filePath("en.lng"), crlfLines({"A file with no texts"}));
+        frmMain::instance().Form_Load();
+        for (const TitledWindow& w : titledWindows())
+            QCOMPARE(w.window->windowTitle(), QString(w.titleKey));
+    }
+};
+
+int main(int argc, char** argv)
+{
+    QuenbyApplication application(argc, argv);
+    ApplicationWindowsTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "ApplicationWindowsTest.moc"
