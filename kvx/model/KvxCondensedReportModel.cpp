@@ -5,23 +5,54 @@
 namespace quenby {
 
 namespace {
-std::size_t cellIndex(int n)
+constexpr std::array<const char*, KvxReportColumnCount> ColumnNames = {
+    "lbTestNumber",
+    "lbTapTest",
+    "lbIEE30Test",
+    "lbIEE45Test",
+    "lbAINSIIC1050Test",
+    "lbNPRATIOTest",
+    "lbMSRATIOTest",
+    "lbErrorTest",
+    "lbPhaseTest",
+    "lbPolarity",
+    "lbWindingResTest",
+    "lbWindingCompTest",
+    "lbInsulationResistanceTest"};
+
+std::size_t rowIndex(KvxReportColumn column, int n)
 {
     if (n < 0 || n > KvxCondensedReportModel::RowCount)
-        raiseRuntimeError(err::SubscriptOutOfRange,
-                          QStringLiteral("lbInsulationResistanceTest(%1)").arg(n));
+        raiseRuntimeErrorOnValue(
+            err::SubscriptOutOfRange,
+            QStringLiteral("%1(%2)").arg(QLatin1String(kvxReportColumnName(column))).arg(n));
     return static_cast<std::size_t>(n);
 }
 } // namespace
 
-QString& KvxCondensedReportModel::lbInsulationResistanceTest(int n)
+const char* kvxReportColumnName(KvxReportColumn column)
 {
-    return m_insulationResistanceTest[cellIndex(n)];
+    return ColumnNames[static_cast<std::size_t>(column)];
 }
 
-const QString& KvxCondensedReportModel::lbInsulationResistanceTest(int n) const
+QString& KvxCondensedReportModel::cell(KvxReportColumn column, int n)
 {
-    return m_insulationResistanceTest[cellIndex(n)];
+    return m_cells[static_cast<std::size_t>(column)][rowIndex(column, n)];
+}
+
+const QString& KvxCondensedReportModel::cell(KvxReportColumn column, int n) const
+{
+    return m_cells[static_cast<std::size_t>(column)][rowIndex(column, n)];
+}
+
+bool KvxCondensedReportModel::rowVisible(int n) const
+{
+    return m_rowVisible[rowIndex(KvxReportColumn::TestNumber, n)];
+}
+
+void KvxCondensedReportModel::setRowVisible(int n, bool visible)
+{
+    m_rowVisible[rowIndex(KvxReportColumn::TestNumber, n)] = visible;
 }
 
 KvxCondensedReportModel& kvxCondensedReport()

@@ -1,0 +1,1 @@
+#include "kvx/model/KvxReportView.h"
