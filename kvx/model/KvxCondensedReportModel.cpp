@@ -55,6 +55,40 @@ void KvxCondensedReportModel::setRowVisible(int n, bool visible)
     m_rowVisible[rowIndex(KvxReportColumn::TestNumber, n)] = visible;
 }
 
+const std::array<KvxReportHeaderControl, KvxReportHeaderFieldCount + 1>& kvxReportHeaderControls()
+{
+    using M = KvxCondensedReportModel;
+    static const std::array<KvxReportHeaderControl, KvxReportHeaderFieldCount + 1> controls = {{
+        {"lbTexteFileName(1)", &M::lbTexteFileName1},
+        {"lbTexteDate(1)", &M::lbTexteDate1},
+        {"lbTexteInstrumentSN(1)", &M::lbTexteInstrumentSN1},
+        {"txtCompany", &M::txtCompany},
+        {"txtDesignator", &M::txtDesignator},
+        {"txtCTSerialNumber", &M::txtCTSerialNumber},
+        {"txtTemperature", &M::txtTemperature},
+        {"txtRatio", &M::txtRatio},
+        {"txtPhase", &M::txtPhase},
+        {"txtClass", &M::txtClass},
+        {"txtNotes", &M::txtNotes},
+        {"txtStation", &M::txtStation},
+        {"txtManufacturer", &M::txtManufacturer},
+        {"txtOperator", &M::txtOperator},
+        {"txtVoltageRating", &M::txtVoltageRating},
+        {"txtPosition", &M::txtPosition},
+        {"lbKneeType", &M::lbKneeType},
+        {"txBurden", &M::txBurden},
+    }};
+    return controls;
+}
+
+QString* KvxCondensedReportModel::headerField(const QString& control)
+{
+    for (const KvxReportHeaderControl& c : kvxReportHeaderControls())
+        if (control == QLatin1String(c.control))
+            return &(this->*c.cell);
+    return nullptr;
+}
+
 KvxCondensedReportModel& kvxCondensedReport()
 {
     static KvxCondensedReportModel report;

@@ -79,8 +79,9 @@ public:
 
     // Compensation line: the combo box's list, its text and its list index
     // (-1 when it shows no choice), and the compensated temperature.
-    QStringList cbCompensationItems{QStringLiteral("Copper (TK=234.5)"),
-                                    QStringLiteral("Alluminium (TK=225)")};
+    // Index 0 is aluminium and index 1 copper, as the language load puts them.
+    QStringList cbCompensationItems{QStringLiteral("Alluminium (TK=225)"),
+                                    QStringLiteral("Copper (TK=234.5)")};
     QString cbCompensationText;
     int cbCompensationIndex = -1;
     QString lbTexteCompensedTemp1; // lbTexteCompensedTemp(1)
@@ -95,10 +96,39 @@ public:
     // Whether the window is on screen; the window keeps this in step.
     bool shown = false;
 
+    // The legend of plots 1 to 10 of the graph: the tap pair drawn on the
+    // plot, empty for a plot that holds no tap of the test. Index 0 is plot 1.
+    std::array<QString, RowCount> plotLegend;
+
+    // Top of the page frame frKVXReport in its window, in twips; VScroll1
+    // moves it.
+    double frKVXReportTop = 0.0;
+
+    // Menu states that the window's load sets.
+    bool mnSaveEnabled = true;
+    bool mnWordEnabled = true;
+    bool mnExportVisible = true;
+
+    // The header field of a control name ("txtCompany", "lbTexteDate(1)"),
+    // or null for a name that is no header field.
+    QString* headerField(const QString& control);
+
 private:
     std::array<std::array<QString, RowCount + 1>, KvxReportColumnCount> m_cells;
     std::array<bool, RowCount + 1> m_rowVisible{};
 };
+
+// A header control and the cell of the model that holds its text.
+struct KvxReportHeaderControl
+{
+    const char* control; // "lbTexteFileName(1)", "txtCompany"
+    QString KvxCondensedReportModel::*cell;
+};
+
+// The header controls in the order the report's header fill writes them.
+// txBurden comes last: it is typed by the operator and never filled.
+inline constexpr int KvxReportHeaderFieldCount = 17;
+const std::array<KvxReportHeaderControl, KvxReportHeaderFieldCount + 1>& kvxReportHeaderControls();
 
 // The one condensed report of the run.
 KvxCondensedReportModel& kvxCondensedReport();

@@ -1,21 +1,21 @@
 #include "kvx/ui/frmCompensedResistanceSetting.h"
 
+#include "kvx/model/TemperatureCompensation.h"
 #include "localisation/ui/WindowTexts.h"
 
+#include <QApplication>
+#include <QCloseEvent>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <QWindow>
 
 namespace quenby {
 
 namespace {
-
-// Transformer resistances are commonly referred to 75 degrees Celsius; the
-// operator's own TS is kept between uses.
-constexpr auto DefaultReferenceTemperature = "75";
 
 QLabel* makeLabel(QWidget* parent, const char* name, const char* text)
 {
@@ -24,11 +24,14 @@ QLabel* makeLabel(QWidget* parent, const char* name, const char* text)
     return label;
 }
 
-QLineEdit* makeTextBox(QWidget* parent, const char* name, const QString& text = {})
+// Each edit goes straight into the model's text of the same name.
+QLineEdit* makeTextBox(QWidget* parent, const char* name, QString CompensationDialogModel::*field)
 {
-    auto* box = new QLineEdit(text, parent);
+    auto* box = new QLineEdit(parent);
     box->setObjectName(QString::fromLatin1(name));
     box->setMaximumWidth(110);
+    QObject::connect(box, &QLineEdit::textEdited,
+                     [field](const QString& text) { compensationDialog().*field = text; });
     return box;
 }
 
@@ -38,6 +41,13 @@ QPushButton* makeButton(QWidget* parent, const char* name, const char* text)
     button->setObjectName(QString::fromLatin1(name));
     button->setAutoDefault(false);
     return button;
+}
+
+void setTextIfChanged(QLineEdit* box, const QString& text)
+{
+    // Only when it differs: setting a text moves the operator's cursor.
+    if (box->text() != text)
+        box->setText(text);
 }
 
 } // namespace
@@ -51,7 +61,6 @@ frmCompensedResistanceSetting& frmCompensedResistanceSetting::instance()
 frmCompensedResistanceSetting::frmCompensedResistanceSetting()
 {
     setObjectName(QStringLiteral("frmCompensedResistanceSetting"));
-    setWindowTitle(QStringLiteral("Temperature Compensation"));
 
     auto* lines = new QVBoxLayout(this);
     lines->setContentsMargins(16, 16, 16, 12);
@@ -63,9 +72,9 @@ frmCompensedResistanceSetting::frmCompensedResistanceSetting()
     grid->setHorizontalSpacing(10);
     grid->setVerticalSpacing(8);
     grid->setColumnStretch(0, 1);
-    m_ts = makeTextBox(this, "txtTS", QString::fromLatin1(DefaultReferenceTemperature));
-    m_tk = makeTextBox(this, "txtTK");
-    m_tm = makeTextBox(this, "txtTM");
+    m_ts = makeTextBox(this, "txtTS", &CompensationDialogModel::txtTS);
+    m_tk = makeTextBox(this, "txtTK", &CompensationDialogModel::txtTK);
+    m_tm = makeTextBox(this, "txtTM", &CompensationDialogModel::txtTM);
     grid->addWidget(makeLabel(this, "lbTexteTS", "Reference temperature TS (C):"), 0, 0);
     grid->addWidget(m_ts, 0, 1);
     grid->addWidget(makeLabel(this, "lbTexteTK", "Conductor constant TK:"), 1, 0);
@@ -76,18 +85,81 @@ frmCompensedResistanceSetting::frmCompensedResistanceSetting()
 
     auto* buttons = new QHBoxLayout;
     buttons->addStretch(1);
-    QPushButton* ok = makeButton(this, "cmdOK", "OK");
-    ok->setDefault(true);
-    buttons->addWidget(ok);
-    buttons->addWidget(makeButton(this, "cmdCancel", "Cancel"));
+    m_ok = makeButton(this, "cmdOK", "OK");
+    m_ok->setDefault(true);
+    buttons->addWidget(m_ok);
+    m_cancel = makeButton(this, "cmdCancel", "Cancel");
+    buttons->addWidget(m_cancel);
     lines->addLayout(buttons);
+    connect(m_ok, &QPushButton::clicked, [] { compensationDialog().cmdOK_Click(); });
+    connect(m_cancel, &QPushButton::clicked, [] { compensationDialog().cmdCancel_Click(); });
 
     setMinimumWidth(340);
+
+    CompensationHooks& hooks = compensationHooks();
+    hooks.showDialogModal = [this] { showModally(); };
+    hooks.bringDialogToFront = [this] {
+        raise();
+        activateWindow();
+    };
+    hooks.hideDialog = [this] { hide(); };
+    hooks.fillDialogTexts = [this] { FillTextsCompensedResistance(); };
+    hooks.dialogChanged = [this] { mirrorModel(); };
+    mirrorModel();
 }
 
 void frmCompensedResistanceSetting::FillTextsCompensedResistance()
 {
     fillWindowTexts(*this, QStringLiteral("FillTextsCompensedResistance"));
+    compensationDialog().caption = windowTitle();
+}
+
+void frmCompensedResistanceSetting::mirrorModel()
+{
+    const CompensationDialogModel& model = compensationDialog();
+    setTextIfChanged(m_ts, model.txtTS);
+    setTextIfChanged(m_tk, model.txtTK);
+    setTextIfChanged(m_tm, model.txtTM);
+    setWindowTitle(model.caption);
+}
+
+void frmCompensedResistanceSetting::showModally()
+{
+    // Owned by the window in front, which is the report that opened it.
+    QWidget* owner = QApplication::activeWindow();
+    if (owner && owner != this) {
+        winId(); // the native window must exist to be given an owner
+        if (QWindow* handle = windowHandle())
+            handle->setTransientParent(owner->windowHandle());
+    }
+    exec();
+}
+
+void frmCompensedResistanceSetting::reject()
+{
+    compensationDialog().cmdCancel_Click();
+}
+
+void frmCompensedResistanceSetting::closeEvent(QCloseEvent* event)
+{
+    // Not the base class's, which would run Cancel: the frame only empties
+    // the two boxes, and the accepted close hides the dialog.
+    compensationDialog().closeByFrame();
+    event->accept();
+}
+
+void frmCompensedResistanceSetting::showEvent(QShowEvent* event)
+{
+    QDialog::showEvent(event);
+    if (!event->spontaneous())
+        compensationDialog().shown = true;
+}
+
+void frmCompensedResistanceSetting::hideEvent(QHideEvent* event)
+{
+    QDialog::hideEvent(event);
+    if (!event->spontaneous())
+        compensationDialog().shown = false;
 }
 
 } // namespace quenby

@@ -3,6 +3,10 @@
 // conductor constant TK, with which a report refers its winding resistances
 // to TS. The report's compensation box opens it modally; OK computes the
 // report's compensated column, Cancel leaves the column as it is.
+//
+// The window mirrors compensationDialog() and hands every edit and button to
+// it; it plugs its modal show, hide, texts and mirror into
+// compensationHooks() when it is made.
 #pragma once
 
 #include <QDialog>
@@ -20,18 +24,35 @@ public:
     // The one instance, made on first touch and only hidden afterwards.
     static frmCompensedResistanceSetting& instance();
 
+    // The language texts of the controls and the title, which the model
+    // keeps as its caption.
     void FillTextsCompensedResistance();
+    // Puts the dialog model's texts and caption on the window.
+    void mirrorModel();
 
     QLineEdit* txtTS() const { return m_ts; }
     QLineEdit* txtTK() const { return m_tk; }
     QLineEdit* txtTM() const { return m_tm; }
+    QPushButton* cmdOK() const { return m_ok; }
+    QPushButton* cmdCancel() const { return m_cancel; }
+
+    // Escape: the same as Cancel.
+    void reject() override;
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
 
 private:
     frmCompensedResistanceSetting();
+    void showModally();
 
     QLineEdit* m_ts = nullptr;
     QLineEdit* m_tk = nullptr;
     QLineEdit* m_tm = nullptr;
+    QPushButton* m_ok = nullptr;
+    QPushButton* m_cancel = nullptr;
 };
 
 } // namespace quenby

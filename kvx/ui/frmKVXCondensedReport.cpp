@@ -1,12 +1,18 @@
 #include "kvx/ui/frmKVXCondensedReport.h"
 
+#include "kvx/model/KneeGraph.h"
 #include "kvx/model/KvxCondensedReportModel.h"
+#include "kvx/model/KvxReportView.h"
+#include "kvx/model/TemperatureCompensation.h"
+#include "kvx/ui/frmCompensedResistanceSetting.h"
+#include "shell/model/ProgressAbout.h"
+#include "shell/model/RuntimeError.h"
 
-#include <QAbstractAxis>
-#include <QChart>
-#include <QChartView>
+#include <QAbstractScrollArea>
 #include <QCheckBox>
+#include <QCloseEvent>
 #include <QComboBox>
+#include <QEventLoop>
 #include <QFrame>
 #include <QGridLayout>
 #include <QHBoxLayout>
@@ -14,9 +20,11 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
-#include <QScrollArea>
 #include <QScrollBar>
+#include <QSignalBlocker>
 #include <QVBoxLayout>
+
+#include <cmath>
 
 namespace quenby {
 
@@ -34,8 +42,9 @@ constexpr int LogoLeft = 104;
 constexpr int LogoWidth = 160;
 constexpr int LogoHeight = 64;
 
-// One pixel is 15 twips; the scroll bar moves the page 30 twips a step.
-constexpr int ScrollStepPixels = 2;
+// VScroll1 counts steps of 30 twips (2 pixels at 96 dpi); an arrow click or a
+// line of the wheel moves the page 8 steps, about one table row.
+constexpr int ScrollStepsPerLine = 8;
 
 constexpr int CellFontPixels = 11;
 // A text box draws its text this far in from its left edge.
@@ -54,14 +63,14 @@ constexpr std::array<ColumnLook, KvxColumnCount> Columns = {{
     {"lbIEE30Test", "Vs IEEE 30", 52},
     {"lbIEE45Test", "Vs IEEE 45", 52},
     {"lbAINSIIC1050Test", "Vs IEC 10/50", 52},
-    {"lbNPRATIOTest", "Nameplate ratio", 64},
-    {"lbMSRATIOTest", "Measured ratio", 64},
-    {"lbErrorTest", "Error %", 48},
-    {"lbPhaseTest", "Phase", 48},
-    {"lbPolarity", "Polarity", 52},
+    {"lbNPRATIOTest", "Nameplate ratio", 62},
+    {"lbMSRATIOTest", "Measured ratio", 60},
+    {"lbErrorTest", "Error %", 44},
+    {"lbPhaseTest", "Phase", 44},
+    {"lbPolarity", "Polarity", 48},
     {"lbWindingResTest", "Winding resistance", 66},
     {"lbWindingCompTest", "Compensated resistance", 80},
-    {"lbInsulationResistanceTest", "Insulation", 68},
+    {"lbInsulationResistanceTest", "Insulation", 86},
 }};
 
 constexpr int columnWidthSum()
@@ -94,6 +103,25 @@ void makePaper(QWidget& page)
     // Set, not inherited: the scroll area around the page paints grey.
     page.setBackgroundRole(QPalette::Window);
     page.setAutoFillBackground(true);
+}
+
+// A row cell whose text is wider than its column takes a smaller font, down
+// to a size still readable on paper, rather than lose its ends.
+constexpr int SmallestCellFontPixels = 8;
+constexpr int CellPadding = 4; // both sides' padding and the rule
+
+void fitCellText(QLabel& cell, const QString& text)
+{
+    QFont font = cell.font();
+    int pixels = CellFontPixels;
+    font.setPixelSize(pixels);
+    const int room = cell.maximumWidth() - CellPadding; // the column's fixed width
+    while (pixels > SmallestCellFontPixels &&
+           QFontMetrics(font).horizontalAdvance(text.trimmed()) > room) {
+        font.setPixelSize(--pixels);
+    }
+    cell.setFont(font);
+    cell.setText(text);
 }
 
 QLabel* makeLabel(QWidget* parent, const QString& name, const QString& text = {})
@@ -156,7 +184,98 @@ QString cellStyle(bool head, bool firstColumn, bool lastColumn)
     return style + QStringLiteral(" }");
 }
 
+// Runs a menu command under its name, so that a fatal failure names it.
+void runCommand(const char* name, void (*command)())
+{
+    const CommandScope scope(QString::fromLatin1(name) + QStringLiteral("_Click"));
+    command();
+}
+
 } // namespace
+
+// The grey surround of the page. The page lies on the viewport at the top the
+// report model gives it; VScroll1 counts in the model's steps of 30 twips, so
+// its range is the page's overflow in twips over 30. Across, the page is
+// centred, or scrolled in pixels when the window is narrower than the sheet.
+class ReportPageArea final : public QAbstractScrollArea
+{
+public:
+    explicit ReportPageArea(QWidget* parent) : QAbstractScrollArea(parent)
+    {
+        setFrameShape(QFrame::NoFrame);
+        viewport()->setBackgroundRole(QPalette::Mid);
+        viewport()->setAutoFillBackground(true);
+        verticalScrollBar()->setObjectName(QStringLiteral("VScroll1"));
+        verticalScrollBar()->setSingleStep(ScrollStepsPerLine);
+        horizontalScrollBar()->setSingleStep(20);
+    }
+
+    void setPage(QWidget* page)
+    {
+        m_page = page;
+        page->setParent(viewport());
+        page->installEventFilter(this);
+        updateRanges();
+    }
+
+    void setPageTop(int pixels)
+    {
+        m_top = pixels;
+        place();
+    }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        // The page grows and shrinks as rows are shown or hidden.
+        if (watched == m_page && event->type() == QEvent::Resize) {
+            updateRanges();
+            place();
+        }
+        return QAbstractScrollArea::eventFilter(watched, event);
+    }
+
+    void resizeEvent(QResizeEvent* event) override
+    {
+        QAbstractScrollArea::resizeEvent(event);
+        updateRanges();
+        place();
+    }
+
+    // The vertical place comes from the model through the window's mirror;
+    // only the horizontal one is the area's own.
+    void scrollContentsBy(int, int) override { place(); }
+
+private:
+    void updateRanges()
+    {
+        if (!m_page)
+            return;
+        const QSize view = viewport()->size();
+        const QSize page = m_page->size();
+        const double dpi = logicalDpiY();
+        const double overflow = pixelsToTwips(std::max(0, page.height() - view.height()), dpi);
+        QScrollBar* down = verticalScrollBar();
+        down->setRange(0, static_cast<int>(std::ceil(overflow / KvxReportScrollTwips)));
+        down->setPageStep(std::max(
+            1, static_cast<int>(pixelsToTwips(view.height(), dpi) / KvxReportScrollTwips)));
+        QScrollBar* across = horizontalScrollBar();
+        across->setRange(0, std::max(0, page.width() - view.width()));
+        across->setPageStep(view.width());
+    }
+
+    void place()
+    {
+        if (!m_page)
+            return;
+        const int spare = viewport()->width() - m_page->width();
+        const int left = spare > 0 ? spare / 2 : -horizontalScrollBar()->value();
+        m_page->move(left, m_top);
+    }
+
+    QWidget* m_page = nullptr;
+    int m_top = 0;
+};
 
 QString kvxColumnArray(KvxColumn column)
 {
@@ -176,15 +295,7 @@ frmKVXCondensedReport::frmKVXCondensedReport()
     setWindowTitle(QStringLiteral("KVX Condensed Report"));
     buildMenu();
 
-    auto* area = new QScrollArea(this);
-    area->setFrameShape(QFrame::NoFrame);
-    area->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
-    // Grey around the sheet, as around a page in a preview.
-    area->setBackgroundRole(QPalette::Mid);
-    QScrollBar* scroll = area->verticalScrollBar();
-    scroll->setObjectName(QStringLiteral("VScroll1"));
-    scroll->setSingleStep(ScrollStepPixels);
-
+    m_area = new ReportPageArea(this);
     m_page = new QFrame;
     m_page->setObjectName(QStringLiteral("frKVXReport"));
     makePaper(*m_page);
@@ -202,13 +313,22 @@ frmKVXCondensedReport::frmKVXCondensedReport()
 
     // The logo lies over the left of the title line, placed by hand where the
     // logo code puts it, so it stays out of the layout.
-    QLabel* logo = makeLabel(m_page, QStringLiteral("imgLogo"));
-    logo->setGeometry(LogoLeft, PageTop, LogoWidth, LogoHeight);
-    logo->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    m_logo = makeLabel(m_page, QStringLiteral("imgLogo"));
+    m_logo->setGeometry(LogoLeft, PageTop, LogoWidth, LogoHeight);
+    m_logo->setAlignment(Qt::AlignLeft | Qt::AlignTop);
 
-    area->setWidget(m_page);
-    setCentralWidget(area);
-    resize(ContentWidth + 2 * PageMargin + scroll->sizeHint().width() + 24, 780);
+    m_area->setPage(m_page);
+    setCentralWidget(m_area);
+    resize(ContentWidth + 2 * PageMargin + VScroll1()->sizeHint().width() + 24, 780);
+
+    adoptDesignTexts();
+    connectEvents();
+    installHooks();
+}
+
+QScrollBar* frmKVXCondensedReport::VScroll1() const
+{
+    return m_area->verticalScrollBar();
 }
 
 void frmKVXCondensedReport::buildMenu()
@@ -455,13 +575,13 @@ QWidget* frmKVXCondensedReport::buildGraph(QWidget* page)
     readout->addWidget(zoom);
     lines->addLayout(readout);
 
-    m_graph = makeKvxKneeChart(block);
-    m_graph.view->setFixedSize(ContentWidth, GraphHeight);
+    m_graph = new KvxKneeChart(block);
+    m_graph->setFixedSize(ContentWidth, GraphHeight);
     // A style sheet replaces the inherited palette: the white is said again.
-    m_graph.view->setStyleSheet(QStringLiteral("QChartView { border: 1px solid %1; background: "
-                                               "white; }")
-                                    .arg(QLatin1String(HeadRule)));
-    lines->addWidget(m_graph.view);
+    m_graph->setStyleSheet(QStringLiteral("QChartView { border: 1px solid %1; background: "
+                                          "white; }")
+                               .arg(QLatin1String(HeadRule)));
+    lines->addWidget(m_graph);
     return block;
 }
 
@@ -470,37 +590,260 @@ QLabel* frmKVXCondensedReport::cell(KvxColumn column, int n) const
     return m_cells.at(static_cast<std::size_t>(column)).at(static_cast<std::size_t>(n));
 }
 
+void frmKVXCondensedReport::adoptDesignTexts()
+{
+    KvxCondensedReportModel& model = kvxCondensedReport();
+    for (int c = 0; c < KvxColumnCount; ++c) {
+        QString& head = model.cell(static_cast<KvxReportColumn>(c), 0);
+        if (head.isEmpty())
+            head = cell(static_cast<KvxColumn>(c), 0)->text();
+    }
+    if (model.lbKneeType.isEmpty())
+        model.lbKneeType = findChild<QLabel*>(QStringLiteral("lbKneeType"))->text();
+}
+
+void frmKVXCondensedReport::connectEvents()
+{
+    const auto command = [this](const char* name, void (*logic)()) {
+        QAction* entry = findChild<QAction*>(QString::fromLatin1(name));
+        connect(entry, &QAction::triggered, this, [this, name, logic] {
+            runCommand(name, logic);
+            mirrorModel();
+        });
+    };
+    command("mnKneeIEEE30", &KvxReport_mnKneeIEEE30_Click);
+    command("mnKneeIEEE45", &KvxReport_mnKneeIEEE45_Click);
+    command("mnKneeAINSIIEC1050", &KvxReport_mnKneeAINSIIEC1050_Click);
+    command("mnOk", &KvxReport_mnOk_Click);
+    // mnPrint and mnExcel stay without a command until the print-out and the
+    // export are built.
+
+    // What the operator types into the head is the report's working copy.
+    for (const KvxReportHeaderControl& control : kvxReportHeaderControls()) {
+        const QString name = QString::fromLatin1(control.control);
+        if (auto* box = findChild<QLineEdit*>(name)) {
+            connect(box, &QLineEdit::textEdited, this, [name](const QString& text) {
+                if (QString* field = kvxCondensedReport().headerField(name))
+                    *field = text;
+            });
+        }
+    }
+
+    connect(m_compensation, &QComboBox::activated, this,
+            &frmKVXCondensedReport::cbCompensation_Click);
+    connect(m_compensation->lineEdit(), &QLineEdit::textEdited, this,
+            [](const QString& text) { kvxCondensedReport().cbCompensationText = text; });
+
+    auto* zoom = findChild<QCheckBox*>(QStringLiteral("ckZoom"));
+    connect(zoom, &QCheckBox::clicked, this, [this](bool checked) {
+        KvxReport_ckZoom_Click(checked);
+        mirrorModel();
+    });
+    connect(m_graph, &KvxKneeChart::cursorDragged, this, [this](int n, double x, double y) {
+        KvxReport_CWGraph1_CursorChange(n, x, y);
+        mirrorModel();
+    });
+    connect(m_graph, &KvxKneeChart::zoomEnded, this,
+            [this](double xMin, double xMax, double yMin, double yMax) {
+                KvxReport_CWGraph1_ZoomEnd(xMin, xMax, yMin, yMax);
+                mirrorModel();
+            });
+    connect(m_graph, &KvxKneeChart::doubleClicked, this, [this] {
+        KvxReport_CWGraph1_DblClick();
+        mirrorModel();
+    });
+    connect(VScroll1(), &QScrollBar::valueChanged, this, [this](int value) {
+        KvxReport_VScroll1_Change(value);
+        mirrorModel();
+    });
+}
+
+void frmKVXCondensedReport::installHooks()
+{
+    // The busy window, the status bar and the logo belong to other windows;
+    // the shell plugs those in. The compensation dialog is made with the
+    // report, so that its hooks are in place before the first pick.
+    KvxReportHooks& hooks = kvxReportHooks();
+    hooks.hideReport = [this] { hide(); };
+    hooks.showReport = [this] { show(); };
+    hooks.bringUpReport = [this] { bringUp(); };
+    hooks.mirrorReport = [this] { mirrorModel(); };
+    frmCompensedResistanceSetting::instance();
+    hooks.hideCompensationDialog = [] { compensationDialog().hideDialog(); };
+    // The compensation writes the compensated column, the temperature and
+    // the compensation box into the report model.
+    compensationHooks().kvxReportChanged = [this] { mirrorModel(); };
+}
+
+void frmKVXCondensedReport::Form_Load()
+{
+    m_loaded = true;
+    KvxReport_Form_Load();
+    mirrorModel();
+}
+
+void frmKVXCondensedReport::bringUp(QWidget* owner)
+{
+    if (!m_loaded)
+        Form_Load();
+    if (isVisible()) {
+        raise();
+        activateWindow();
+        return;
+    }
+    if (owner && parentWidget() != owner)
+        setParent(owner, windowFlags() | Qt::Window);
+    setWindowModality(Qt::ApplicationModal);
+    show();
+    // The caller waits until the report goes away. A refill from the report's
+    // own menu hides it and shows it again from inside this wait, so the wait
+    // lasts until the report stays hidden.
+    QEventLoop wait;
+    m_modalWait = &wait;
+    while (isVisible())
+        wait.exec();
+    m_modalWait = nullptr;
+}
+
+void frmKVXCondensedReport::closeEvent(QCloseEvent* event)
+{
+    KvxReport_Form_Unload();
+    event->accept();
+}
+
+void frmKVXCondensedReport::showEvent(QShowEvent* event)
+{
+    kvxCondensedReport().shown = true;
+    QMainWindow::showEvent(event);
+}
+
+void frmKVXCondensedReport::hideEvent(QHideEvent* event)
+{
+    kvxCondensedReport().shown = false;
+    if (m_modalWait)
+        m_modalWait->quit();
+    QMainWindow::hideEvent(event);
+}
+
+void frmKVXCondensedReport::cbCompensation_Click(int index)
+{
+    const CommandScope scope(QStringLiteral("cbCompensation_Click"));
+    KvxCondensedReportModel& model = kvxCondensedReport();
+    model.cbCompensationIndex = index;
+    model.cbCompensationText = m_compensation->itemText(index);
+    // Opens the compensation dialog modally; its OK fills the compensated
+    // column before this returns.
+    KvxReport_cbCompensation_Click();
+    mirrorModel();
+}
+
 void frmKVXCondensedReport::mirrorModel()
 {
+    // Until its load the window keeps its design; the model's cells count
+    // from the load on.
+    if (!m_loaded)
+        return;
     const KvxCondensedReportModel& model = kvxCondensedReport();
-    for (int n = 0; n <= RowCount; ++n)
-        cell(KvxColumn::Insulation, n)->setText(model.lbInsulationResistanceTest(n));
+    for (int c = 0; c < KvxColumnCount; ++c) {
+        const auto column = static_cast<KvxColumn>(c);
+        const auto modelColumn = static_cast<KvxReportColumn>(c);
+        for (int n = 0; n <= RowCount; ++n) {
+            QLabel* label = cell(column, n);
+            const QString& text = model.cell(modelColumn, n);
+            if (n == 0) {
+                label->setText(text); // heads wrap onto more lines instead
+                continue;
+            }
+            if (label->text() != text)
+                fitCellText(*label, text);
+            label->setVisible(model.rowVisible(n));
+        }
+    }
+
+    for (const KvxReportHeaderControl& control : kvxReportHeaderControls()) {
+        const QString name = QString::fromLatin1(control.control);
+        const QString& text = model.*control.cell;
+        if (auto* box = findChild<QLineEdit*>(name)) {
+            if (box->text() != text) {
+                box->setText(text);
+                box->setCursorPosition(0); // a long text shows its start
+            }
+        } else if (auto* label = findChild<QLabel*>(name)) {
+            label->setText(text);
+        }
+    }
+
+    mirrorCompensation();
+    findChild<QLabel*>(QStringLiteral("lbTexteCompensedTemp(1)"))
+        ->setText(model.lbTexteCompensedTemp1);
+
+    findChild<QLabel*>(QStringLiteral("lbVolts"))->setText(model.lbVolts);
+    findChild<QLabel*>(QStringLiteral("lbCurrent"))->setText(model.lbCurrent);
+    findChild<QCheckBox*>(QStringLiteral("ckZoom"))->setChecked(model.ckZoom);
+    findChild<QLabel*>(QStringLiteral("lbUnZoom"))->setVisible(model.lbUnZoomVisible);
+
+    findChild<QAction*>(QStringLiteral("mnSave"))->setEnabled(model.mnSaveEnabled);
+    findChild<QAction*>(QStringLiteral("mnWord"))->setEnabled(model.mnWordEnabled);
+    findChild<QMenu*>(QStringLiteral("mnExport"))->menuAction()->setVisible(model.mnExportVisible);
+
+    m_graph->mirror(kvxReportGraph(), model.plotLegend);
+
+    {
+        const QSignalBlocker quiet(VScroll1());
+        VScroll1()->setValue(model.VScroll1);
+    }
+    m_area->setPageTop(twipsToPixels(model.frKVXReportTop, m_area->logicalDpiY()));
+}
+
+void frmKVXCondensedReport::mirrorCompensation()
+{
+    const KvxCondensedReportModel& model = kvxCondensedReport();
+    const QSignalBlocker quiet(m_compensation);
+    bool sameItems = m_compensation->count() == model.cbCompensationItems.size();
+    for (int i = 0; sameItems && i < m_compensation->count(); ++i)
+        sameItems = m_compensation->itemText(i) == model.cbCompensationItems.at(i);
+    if (!sameItems) {
+        m_compensation->clear();
+        m_compensation->addItems(model.cbCompensationItems);
+    }
+    const int index = model.cbCompensationIndex;
+    m_compensation->setCurrentIndex(index >= 0 && index < m_compensation->count() ? index : -1);
+    // The text of an editable box may be other than its chosen item.
+    if (m_compensation->currentText() != model.cbCompensationText)
+        m_compensation->setEditText(model.cbCompensationText);
 }
 
 void frmKVXCondensedReport::FillTextsKvxCondensedReport()
 {
+    if (!m_loaded)
+        Form_Load();
     fillWindowTexts(*this, QStringLiteral("FillTextsKvxCondensedReport"));
-    kvxCondensedReport().lbInsulationResistanceTest(0) = cell(KvxColumn::Insulation, 0)->text();
+    // The fill wrote the heads and the knee caption into their labels; the
+    // model holds them from now on.
+    KvxCondensedReportModel& model = kvxCondensedReport();
+    for (int c = 0; c < KvxColumnCount; ++c)
+        model.cell(static_cast<KvxReportColumn>(c), 0) = cell(static_cast<KvxColumn>(c), 0)->text();
+    model.lbKneeType = findChild<QLabel*>(QStringLiteral("lbKneeType"))->text();
     mirrorModel();
 }
 
 void frmKVXCondensedReport::applyWindowText(const WindowTextEntry& entry, const QString& text)
 {
-    const QString control = QString::fromLatin1(entry.control);
+    KvxCondensedReportModel& model = kvxCondensedReport();
     switch (entry.target) {
     case TextTarget::ListItem0:
-    case TextTarget::ListItem1:
-        if (auto* list = findChild<QComboBox*>(control))
-            list->setItemText(entry.target == TextTarget::ListItem0 ? 0 : 1, text);
+    case TextTarget::ListItem1: {
+        const int index = entry.target == TextTarget::ListItem0 ? 0 : 1;
+        while (model.cbCompensationItems.size() <= index)
+            model.cbCompensationItems.append(QString());
+        model.cbCompensationItems[index] = text;
         break;
+    }
     case TextTarget::AxisXCaption:
+        kvxReportGraph().setAxisCaption(KneeGraph::AxisX, text);
+        break;
     case TextTarget::AxisYCaption:
-        if (auto* view = findChild<QChartView*>(control)) {
-            const Qt::Orientation orientation =
-                entry.target == TextTarget::AxisXCaption ? Qt::Horizontal : Qt::Vertical;
-            for (QAbstractAxis* axis : view->chart()->axes(orientation))
-                axis->setTitleText(text);
-        }
+        kvxReportGraph().setAxisCaption(KneeGraph::AxisY, text);
         break;
     default:
         break;

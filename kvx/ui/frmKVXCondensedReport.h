@@ -6,10 +6,13 @@
 // its cursor read-out and zoom box. The page is the frame frKVXReport inside
 // a scroll area whose bar is VScroll1.
 //
-// Once a test is filled in, the controls are the working copy that the
-// print-out and the spreadsheet export read, so every cell of the table exists
-// at all times and rows not in use are only hidden. The insulation column is
-// written by the file reader into the report model and mirrored here.
+// Everything the window shows is held by the report model
+// (kvxCondensedReport()) and its graph (kvxReportGraph()), and the window
+// mirrors both. Once a test is filled in the cells are the working copy that
+// the print-out and the spreadsheet export read, so every cell of the table
+// exists at all times and rows not in use are only hidden; what the operator
+// types into the head goes back into the model. Commands and graph events run
+// the report's logic (KvxReportView.h) and mirror the model again.
 #pragma once
 
 #include "kvx/ui/KvxKneeChart.h"
@@ -20,8 +23,10 @@
 #include <array>
 
 class QComboBox;
+class QEventLoop;
 class QFrame;
 class QLabel;
+class QScrollBar;
 
 namespace quenby {
 
@@ -47,6 +52,8 @@ inline constexpr int KvxColumnCount = 13;
 // The control array of a column: "lbTapTest".
 QString kvxColumnArray(KvxColumn column);
 
+class ReportPageArea;
+
 class frmKVXCondensedReport final : public QMainWindow, public WindowTextReceiver
 {
     Q_OBJECT
@@ -58,22 +65,45 @@ public:
     // The one instance, made on first touch; closing only hides it.
     static frmKVXCondensedReport& instance();
 
-    // Puts the language texts on the window. The insulation head is the
-    // report model's cell, so it goes into the model as well, and the window
-    // then mirrors the model.
+    // The window's load: runs once, on the first fill of its texts or the
+    // first bring-up, whichever comes first, as the language needs to be
+    // there. Then the window mirrors the model.
+    void Form_Load();
+    bool loaded() const { return m_loaded; }
+
+    // Puts the language texts on the window. The column heads, the knee
+    // caption, the compensation list and the axis captions are cells of the
+    // report model, so they go into the model, and the window then mirrors it.
     void FillTextsKvxCondensedReport();
 
-    // Copies the cells the report model holds into their labels.
+    // Copies the whole report model and its graph into the controls: cells,
+    // row visibility, header fields, compensation line, graph labels, menu
+    // states, the page's place and the chart. Does nothing before the load.
     void mirrorModel();
+
+    // Focus if the window is visible, else a modal show owned by `owner` (or
+    // the owner it had), returning when the report is closed or hidden.
+    void bringUp(QWidget* owner = nullptr);
 
     // The label of `column` in row `n`, 0 being the column head.
     QLabel* cell(KvxColumn column, int n) const;
     QComboBox* cbCompensation() const { return m_compensation; }
-    const KvxKneeChart& CWGraph1() const { return m_graph; }
+    KvxKneeChart& CWGraph1() const { return *m_graph; }
     QFrame* frKVXReport() const { return m_page; }
+    QScrollBar* VScroll1() const;
+    QLabel* imgLogo() const { return m_logo; }
 
     // The list items of cbCompensation and the axis captions of CWGraph1.
     void applyWindowText(const WindowTextEntry& entry, const QString& text) override;
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+
+private Q_SLOTS:
+    // The operator picked an entry of cbCompensation.
+    void cbCompensation_Click(int index);
 
 private:
     frmKVXCondensedReport();
@@ -83,11 +113,21 @@ private:
     QWidget* buildTable(QWidget* page);
     QWidget* buildCompensationLine(QWidget* page);
     QWidget* buildGraph(QWidget* page);
+    void connectEvents();
+    void installHooks();
+    // The design captions of the heads and the knee label, as the model's
+    // first cells.
+    void adoptDesignTexts();
+    void mirrorCompensation();
 
     QFrame* m_page = nullptr;
+    ReportPageArea* m_area = nullptr;
     QComboBox* m_compensation = nullptr;
-    KvxKneeChart m_graph;
+    QLabel* m_logo = nullptr;
+    KvxKneeChart* m_graph = nullptr;
     std::array<std::array<QLabel*, RowCount + 1>, KvxColumnCount> m_cells{};
+    QEventLoop* m_modalWait = nullptr;
+    bool m_loaded = false;
 };
 
 } // namespace quenby

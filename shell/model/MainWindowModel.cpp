@@ -15,6 +15,11 @@ MainWindowState& mainWindowState()
     return state;
 }
 
+void setStatusText(const QString& key)
+{
+    mainWindowState().statusText = GetLanguageText(key);
+}
+
 void frmMainLoad(const StartUpSteps& steps)
 {
     MainWindowState& state = mainWindowState();

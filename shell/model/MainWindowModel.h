@@ -20,10 +20,15 @@ struct MainWindowState
     QString ZblConverterPath;
     Bool16 KneeChoiceDone = False16;
     std::array<bool, 3> chkKneeTypeVisible{true, true, true};
+    std::array<bool, 3> chkKneeTypeChecked{false, false, false};
     bool mnLangueEnabled = true;
+    QString statusText; // panel 1 of the status bar
 };
 
 MainWindowState& mainWindowState();
+
+// Puts the language text of `key` on the status bar.
+void setStatusText(const QString& key);
 
 // Steps of the load that other parts of the shell supply; an empty step does
 // nothing.

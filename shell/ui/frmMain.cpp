@@ -1,5 +1,7 @@
 #include "shell/ui/frmMain.h"
 
+#include "kvx/model/KvxReportView.h"
+#include "kvx/model/KvxTestRoad.h"
 #include "kvx/ui/frmCompensedResistanceSetting.h"
 #include "kvx/ui/frmKVXCondensedReport.h"
 #include "localisation/model/LanguageLookup.h"
@@ -18,6 +20,8 @@
 
 #include <QCheckBox>
 #include <QCloseEvent>
+#include <QCoreApplication>
+#include <QEventLoop>
 #include <QLabel>
 #include <QMenuBar>
 #include <QStatusBar>
@@ -55,6 +59,40 @@ void installWindows()
     hooks.fillers[QStringLiteral("FillTextsMain")] = [] { frmMain::instance().FillTextsMain(); };
     hooks.loadUploadDevice = [] { frmUploadDevice::instance(); };
     installGeneralSettingWindow();
+
+    // The busy window, centred on the main one, and the status bar.
+    const auto showProgress = [](bool show) {
+        frmProcessProgress& progress = frmProcessProgress::instance();
+        if (show) {
+            progress.SetPositionForm();
+            progress.show();
+        } else {
+            progress.hide();
+        }
+    };
+    KvxReportHooks& report = kvxReportHooks();
+    report.showProgress = showProgress;
+    report.statusText = [](const QString& key) {
+        setStatusText(key);
+        frmMain::instance().mirrorState();
+    };
+
+    KvxRoadHooks& road = kvxRoadHooks();
+    road.hideReports = [] {
+        frmKVXCondensedReport::instance().hide();
+        frmZBLBasicReport::instance().hide();
+    };
+    road.fillReportTexts = [] { frmKVXCondensedReport::instance().FillTextsKvxCondensedReport(); };
+    road.mirrorMainWindow = [] { frmMain::instance().mirrorState(); };
+    // The knee wait sleeps until the next event instead of spinning a core.
+    road.waitForEvents = [] { QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents); };
+    road.showProgress = showProgress;
+    road.mirrorReport = [] { frmKVXCondensedReport::instance().mirrorModel(); };
+    road.bringUpReport = [] { frmKVXCondensedReport::instance().bringUp(&frmMain::instance()); };
+    road.reloadReport = [] {
+        frmKVXCondensedReport::instance().hide();
+        KvxReport_Form_Load();
+    };
 }
 
 } // namespace
@@ -77,6 +115,11 @@ frmMain::frmMain()
         auto* box =
             new QCheckBox(QString::fromLatin1(KneeTypeTexts[static_cast<std::size_t>(i)]), central);
         box->setObjectName(QStringLiteral("chkKneeType(%1)").arg(i));
+        connect(box, &QCheckBox::clicked, this, [this, i](bool checked) {
+            mainWindowState().chkKneeTypeChecked[static_cast<std::size_t>(i)] = checked;
+            chkKneeType_Click(i);
+            mirrorState();
+        });
         layout->addWidget(box, 0, Qt::AlignHCenter);
         m_chkKneeType[static_cast<std::size_t>(i)] = box;
     }
@@ -125,6 +168,10 @@ frmMain::frmMain()
             command();
         });
     };
+    connectCommand("mnKVXFiles", &mnKVXFiles_Click);
+    connectCommand("mnKVXCRIEEE30", &mnKVXCRIEEE30_Click);
+    connectCommand("mnKVXIEEE45", &mnKVXIEEE45_Click);
+    connectCommand("mnKVXANSIIEC1050", &mnKVXANSIIEC1050_Click);
     connectCommand("mnDataFilesPath", &mnDataFilesPath_Click);
     connectCommand("mnuAnglais", &mnuAnglais_Click);
     connectCommand("mnuFrancais", &mnuFrancais_Click);
@@ -152,8 +199,10 @@ void frmMain::FillTextsMain()
 void frmMain::applyWindowText(const WindowTextEntry& entry, const QString& text)
 {
     // The welcome text runs straight into the version.
-    if (entry.target == TextTarget::WelcomeStatus)
-        m_panel1->setText(text + QLatin1String(VersionText));
+    if (entry.target == TextTarget::WelcomeStatus) {
+        mainWindowState().statusText = text + QLatin1String(VersionText);
+        m_panel1->setText(mainWindowState().statusText);
+    }
 }
 
 void frmMain::TreatVisibleMenu()
@@ -182,9 +231,13 @@ void frmMain::Form_Load()
 void frmMain::mirrorState()
 {
     const MainWindowState& state = mainWindowState();
-    for (std::size_t i = 0; i < m_chkKneeType.size(); ++i)
+    for (std::size_t i = 0; i < m_chkKneeType.size(); ++i) {
+        const QSignalBlocker quiet(m_chkKneeType[i]);
+        m_chkKneeType[i]->setChecked(state.chkKneeTypeChecked[i]);
         m_chkKneeType[i]->setVisible(state.chkKneeTypeVisible[i]);
+    }
     m_mnLangue->menuAction()->setEnabled(state.mnLangueEnabled);
+    m_panel1->setText(state.statusText);
 }
 
 void frmMain::closeEvent(QCloseEvent* event)

@@ -2,16 +2,24 @@
 // compensation dialog are each one instance that only hides, hold every
 // control of their pages under the control's name, and take their texts from
 // the language; the report's insulation column mirrors the report model.
+#include "kvx/model/KneeGraph.h"
 #include "kvx/model/KvxCondensedReportModel.h"
+#include "kvx/model/KvxReportView.h"
+#include "kvx/model/KvxTestFileReader.h"
+#include "kvx/model/KvxTestRecord.h"
 #include "kvx/ui/frmCompensedResistanceSetting.h"
 #include "kvx/ui/frmKVXCondensedReport.h"
 #include "localisation/model/WindowTextKeys.h"
 #include "localisation/ui/WindowTexts.h"
 #include "shell/model/AppState.h"
+#include "shell/model/NumberText.h"
 #include "shell/model/Platform.h"
+#include "shell/model/ProgressAbout.h"
+#include "shell/model/SequentialFiles.h"
 #include "shell/ui/QuenbyApplication.h"
 #include "tests/support/TestFiles.h"
 
+#include <QAbstractScrollArea>
 #include <QChart>
 #include <QChartView>
 #include <QCheckBox>
@@ -30,11 +38,14 @@
 #include <QPointer>
 #include <QPushButton>
 #include <QScatterSeries>
-#include <QScrollArea>
 #include <QScrollBar>
 #include <QSet>
 #include <QTemporaryDir>
+#include <QTimer>
+#include <QWheelEvent>
 #include <QtTest>
+
+#include <cmath>
 
 using namespace quenby;
 using namespace quenby::testing;
@@ -211,6 +222,64 @@ private:
         QTest::newRow("frmCompensedResistanceSetting") << DialogFill;
     }
 
+    // The program's English texts, as the language load leaves them.
+    void useShippedLanguage()
+    {
+        setAppPathOverride(programDir.path());
+        appState().LangFilePath = langSourcePath(QStringLiteral("en.lng"));
+    }
+
+    // The main window's road after the knee choice, on a sample file: the
+    // report emptied, the file read, the report filled and mirrored.
+    void openAndFill(const QString& sample, const char* standard)
+    {
+        useShippedLanguage();
+        kvxCondensedReport() = KvxCondensedReportModel{};
+        kvxReportGraph() = KneeGraph{};
+        frmTestExcelChart() = TestExcelChart{};
+        frmKVXCondensedReport& w = frmKVXCondensedReport::instance();
+        w.FillTextsKvxCondensedReport();
+
+        SequentialFiles& files = SequentialFiles::instance();
+        const Int16 no = files.freeFile();
+        const QString path = samplePath(sample);
+        files.open(no, path, SequentialFiles::Mode::Input);
+        appState().KvxTestFilePath = Dynamic(path);
+        appState().KvxTestFileNo = Dynamic(static_cast<double>(no));
+        flushAllTap();
+        FlushKvxCurves();
+        flushGraph();
+        ClearKvxRecord();
+        ReadKvxTestFile();
+        files.close(no);
+
+        appState().KneeStandard = QString::fromLatin1(standard);
+        kvxTestRecord().kneeTypeText = appState().KneeStandard;
+        TreatVisibleTestTexte();
+        FillKvxReportTaps();
+        ParseKvxHeaderFields();
+        FillKvxReportHeader();
+        w.mirrorModel();
+    }
+
+    static void showLaidOut(QWidget& window)
+    {
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        // Chart axes and plot area lay out anew only when events run.
+        QCoreApplication::processEvents();
+    }
+
+    static void sendMouse(QWidget* target, QEvent::Type type, QPoint at, Qt::MouseButton button,
+                          Qt::MouseButtons held = Qt::NoButton)
+    {
+        const Qt::MouseButtons buttons =
+            type == QEvent::MouseButtonPress ? Qt::MouseButtons(button) : held;
+        QMouseEvent event(type, QPointF(at), QPointF(target->mapToGlobal(at)), button, buttons,
+                          Qt::NoModifier);
+        QApplication::sendEvent(target, &event);
+    }
+
     static void clearReportModel()
     {
         for (int n = 0; n <= KvxCondensedReportModel::RowCount; ++n)
@@ -221,6 +290,7 @@ private Q_SLOTS:
     void cleanup()
     {
         clearReportModel();
+        appState().ProcessInProgress = False16;
         appState().LangFilePath.clear();
         setAppPathOverride({});
     }
@@ -314,11 +384,13 @@ private Q_SLOTS:
         requireControls<QScrollBar>(w, {"VScroll1"});
         auto* bar = w.findChild<QScrollBar*>("VScroll1");
         QCOMPARE(bar->orientation(), Qt::Vertical);
-        auto* area = qobject_cast<QScrollArea*>(w.centralWidget());
+        auto* area = qobject_cast<QAbstractScrollArea*>(w.centralWidget());
         QVERIFY(area);
         QCOMPARE(area->verticalScrollBar(), bar);
-        QCOMPARE(area->widget(), static_cast<QWidget*>(w.frKVXReport()));
-        QCOMPARE(bar->singleStep(), 2); // 30 twips
+        QCOMPARE(w.VScroll1(), bar);
+        QCOMPARE(w.frKVXReport()->parentWidget(), area->viewport());
+        // A step is 30 twips; an arrow click moves 8 of them, about a row.
+        QCOMPARE(bar->singleStep(), 8);
         QWidget* page = w.frKVXReport();
         for (const char* name : {"imgLogo", "txtCompany", "lbTapTest(10)", "cbCompensation",
                                  "CWGraph1", "ckZoom", "lbTxtNotes"})
@@ -362,60 +434,41 @@ private Q_SLOTS:
     {
         const frmKVXCondensedReport& w = frmKVXCondensedReport::instance();
         const KvxKneeChart& graph = w.CWGraph1();
-        QCOMPARE(graph.view, w.findChild<QChartView*>("CWGraph1"));
+        QCOMPARE(static_cast<const QChartView*>(&graph), w.findChild<QChartView*>("CWGraph1"));
         QLogValueAxis* x = axisOf(w, Qt::Horizontal);
         QLogValueAxis* y = axisOf(w, Qt::Vertical);
         QVERIFY(x && y);
-        QCOMPARE(graph.axisX, x);
-        QCOMPARE(graph.axisY, y);
+        QCOMPARE(graph.axisX(), x);
+        QCOMPARE(graph.axisY(), y);
         for (QLogValueAxis* axis : {x, y}) {
             QCOMPARE(axis->min(), 1.0);
             QCOMPARE(axis->max(), 2000.0);
             QCOMPARE(axis->base(), 10.0);
         }
-        QChart* chart = graph.view->chart();
-        QCOMPARE(chart->series().size(), 20);
+        QChart* chart = graph.chart();
+        QCOMPARE(chart->series().size(), 10);
         QVERIFY(chart->legend()->isVisible());
+        QCOMPARE(graph.trackMode(), 1);
 
         QSet<QRgb> colours;
-        for (int i = 0; i < KvxKneeChart::PlotCount; ++i) {
-            QLineSeries* plot = graph.plots[static_cast<std::size_t>(i)];
-            QScatterSeries* cursor = graph.cursors[static_cast<std::size_t>(i)];
-            QVERIFY(plot && cursor);
-            QCOMPARE(plot->name(), QString("Plot-%1").arg(i + 1));
-            QCOMPARE(cursor->name(), QString("Cursor-%1").arg(i + 1));
-            QVERIFY(qobject_cast<QScatterSeries*>(plot) == nullptr);
+        for (int n = 1; n <= KvxKneeChart::PlotCount; ++n) {
+            QLineSeries* plot = graph.plot(n);
+            QVERIFY(plot);
+            QCOMPARE(plot->name(), QString("Plot-%1").arg(n));
             QCOMPARE(plot->attachedAxes().size(), 2);
             QVERIFY(plot->attachedAxes().contains(x) && plot->attachedAxes().contains(y));
-            QCOMPARE(cursor->attachedAxes().size(), 2);
             QVERIFY(plot->isVisible());
-            QVERIFY(!cursor->isVisible());
-            QCOMPARE(cursor->color(), plot->pen().color());
             colours.insert(plot->pen().color().rgb());
-            // The legend names the plots, never the cursors.
-            const QList<QLegendMarker*> plotMarkers = chart->legend()->markers(plot);
-            QCOMPARE(plotMarkers.size(), 1);
-            QVERIFY(plotMarkers.first()->isVisible());
-            QCOMPARE(plotMarkers.first()->label(), plot->name());
-            for (QLegendMarker* marker : chart->legend()->markers(cursor))
-                QVERIFY(!marker->isVisible());
+            // Before any test no plot carries a tap, and none is in the legend.
+            const QList<QLegendMarker*> markers = chart->legend()->markers(plot);
+            QCOMPARE(markers.size(), 1);
+            QVERIFY(!markers.first()->isVisible());
+            // Cursor n takes the colour of plot n.
+            QVERIFY(!graph.cursorVisible(n));
+            QVERIFY(!graph.cursorDrawn(n));
+            QCOMPARE(graph.cursorColour(n), plot->pen().color());
         }
         QCOMPARE(colours.size(), KvxKneeChart::PlotCount);
-    }
-
-    void shownCursorStaysOutOfTheLegend()
-    {
-        const KvxKneeChart& graph = frmKVXCondensedReport::instance().CWGraph1();
-        QScatterSeries* cursor = graph.cursors[2];
-        cursor->append(50.0, 120.0);
-        cursor->setVisible(true);
-        QVERIFY(cursor->isVisible());
-        const QList<QLegendMarker*> markers = graph.view->chart()->legend()->markers(cursor);
-        QVERIFY(!markers.isEmpty());
-        for (QLegendMarker* marker : markers)
-            QVERIFY(!marker->isVisible());
-        cursor->setVisible(false);
-        cursor->clear();
     }
 
     void pageRunsHeadTableCompensationGraph()
@@ -582,8 +635,8 @@ private Q_SLOTS:
         QVERIFY(!entry(w, "mnSave")->isEnabled());
         QVERIFY(!entry(w, "mnWord")->isEnabled());
         QVERIFY(widget(w, "lbTxtCompany")->isHidden());
-        for (QScatterSeries* cursor : w.CWGraph1().cursors)
-            QVERIFY(!cursor->isVisible());
+        for (int n = 1; n <= KvxKneeChart::CursorCount; ++n)
+            QVERIFY(!w.CWGraph1().cursorDrawn(n));
     }
 
     void insulationColumnMirrorsTheModel()
@@ -629,6 +682,10 @@ private Q_SLOTS:
         report.FillTextsKvxCondensedReport();
         frmCompensedResistanceSetting& dialog = frmCompensedResistanceSetting::instance();
         dialog.FillTextsCompensedResistance();
+        // The whole table, as a test of ten taps shows it.
+        for (int n = 1; n <= KvxCondensedReportModel::RowCount; ++n)
+            kvxCondensedReport().setRowVisible(n, true);
+        report.mirrorModel();
 
         // Chart axes lay out anew only when events run.
         QCoreApplication::processEvents();
@@ -653,6 +710,381 @@ private Q_SLOTS:
 
         QVERIFY(!report.isVisible());
         QVERIFY(!dialog.isVisible());
+    }
+
+    // ---- the window mirrors the report model and runs its events ------------
+
+    void mirrorsAFilledReport()
+    {
+        openAndFill(QStringLiteral("kvx-ten-taps.txt"), KneeStandardIeee30);
+        frmKVXCondensedReport& w = frmKVXCondensedReport::instance();
+        const KvxCondensedReportModel& model = kvxCondensedReport();
+        for (int c = 0; c < KvxColumnCount; ++c) {
+            for (int n = 0; n <= frmKVXCondensedReport::RowCount; ++n) {
+                QLabel* label = w.cell(static_cast<KvxColumn>(c), n);
+                QCOMPARE(label->text(), model.cell(static_cast<KvxReportColumn>(c), n));
+                if (n > 0)
+                    QCOMPARE(!label->isHidden(), model.rowVisible(n));
+            }
+        }
+        QCOMPARE(w.cell(KvxColumn::Tap, 10)->text(), QString("X4-X5"));
+        QCOMPARE(w.cell(KvxColumn::Ieee30, 1)->text(), QString("88.40"));
+        for (const KvxReportHeaderControl& control : kvxReportHeaderControls())
+            QCOMPARE(controlText(w, control.control), kvxCondensedReport().*control.cell);
+        QCOMPARE(controlText(w, "lbTexteFileName(1)"), QString("kvx-ten-taps.txt"));
+        QCOMPARE(controlText(w, "txtCompany"), QString("Northfield Power Cooperative"));
+        QCOMPARE(controlText(w, "lbKneeType"), QString("IEEE 30"));
+        QCOMPARE(controlText(w, "lbInsulationResistanceTest(0)"),
+                 QString("Insulation    1000 Vdc"));
+
+        // The chart: ten curves named by their tap pair, a cursor on each knee.
+        const KvxKneeChart& graph = w.CWGraph1();
+        QChart* chart = graph.chart();
+        for (int n = 1; n <= KvxKneeChart::PlotCount; ++n) {
+            QLineSeries* plot = graph.plot(n);
+            QCOMPARE(plot->name(), kvxSlotPair(n));
+            QCOMPARE(chart->legend()->markers(plot).first()->label(), kvxSlotPair(n));
+            QVERIFY(chart->legend()->markers(plot).first()->isVisible());
+            // Columns 1 to 100: the repair's filler at index 0, then 99 points.
+            QCOMPARE(plot->count(), 100);
+            for (const QPointF& p : plot->points())
+                QVERIFY(p.x() > 0 && p.y() > 0);
+            const GraphCursor& cursor = kvxReportGraph().cursor(n);
+            QVERIFY(cursor.visible);
+            QCOMPARE(graph.cursorValue(n), QPointF(cursor.x, cursor.y));
+            QVERIFY(graph.cursorDrawn(n));
+        }
+        QCOMPARE(axisOf(w, Qt::Horizontal)->titleText(), QString("Excitation current (mA)"));
+        QCOMPARE(axisOf(w, Qt::Vertical)->titleText(), QString("Excitation voltage (V)"));
+    }
+
+    void aDroppedRowShowsAsAnEmptyLineWithItsQuote()
+    {
+        openAndFill(QStringLiteral("kvx-out-of-order.txt"), KneeStandardIeee30);
+        frmKVXCondensedReport& w = frmKVXCondensedReport::instance();
+        QCOMPARE(w.cell(KvxColumn::Tap, 5)->text(), QString("X4-X5"));
+        QVERIFY(!w.cell(KvxColumn::Tap, 6)->isHidden());
+        QCOMPARE(w.cell(KvxColumn::Tap, 6)->text(), QString());
+        QCOMPARE(w.cell(KvxColumn::WindingRes, 6)->text(), QString("\""));
+        for (int n = 7; n <= frmKVXCondensedReport::RowCount; ++n)
+            QVERIFY(w.cell(KvxColumn::Tap, n)->isHidden());
+        // Four curves in the legend: X4-X5 on plot 5 has no curve block, and
+        // plot 6 holds the filler of a tap the file lacks.
+        QChart* chart = w.CWGraph1().chart();
+        for (int n = 1; n <= 10; ++n)
+            QCOMPARE(chart->legend()->markers(w.CWGraph1().plot(n)).first()->isVisible(), n <= 4);
+        QCOMPARE(w.CWGraph1().plot(4)->name(), QString("X2-X4"));
+    }
+
+    void headerEditsGoBackIntoTheModel()
+    {
+        openAndFill(QStringLiteral("kvx-ten-taps.txt"), KneeStandardIeee30);
+        frmKVXCondensedReport& w = frmKVXCondensedReport::instance();
+        auto* company = w.findChild<QLineEdit*>("txtCompany");
+        company->selectAll();
+        QTest::keyClicks(company, "Elm Creek Utility");
+        QCOMPARE(kvxCondensedReport().txtCompany, QString("Elm Creek Utility"));
+        auto* burden = w.findChild<QLineEdit*>("txBurden");
+        burden->end(false);
+        QTest::keyClicks(burden, "15 VA");
+        QCOMPARE(kvxCondensedReport().txBurden, QString("BURDEN: 15 VA"));
+        // A refill of the header writes the file's values again.
+        FillKvxReportHeader();
+        w.mirrorModel();
+        QCOMPARE(company->text(), QString("Northfield Power Cooperative"));
+    }
+
+    void draggingACursorMovesItAndItsReadout()
+    {
+        openAndFill(QStringLiteral("kvx-x2-x4-only.txt"), KneeStandardIeee30);
+        frmKVXCondensedReport& w = frmKVXCondensedReport::instance();
+        showLaidOut(w);
+        KvxKneeChart& graph = w.CWGraph1();
+        // Only slot 6 is in the file: its cursor lies on plot 1, in the
+        // colour of plot 6.
+        for (int n = 1; n <= 10; ++n)
+            QCOMPARE(graph.cursorDrawn(n), n == 6);
+        QCOMPARE(graph.plot(1)->name(), QString("X2-X4"));
+        QCOMPARE(graph.cursorColour(6), graph.plot(6)->pen().color());
+
+        const QPointF knee = graph.cursorValue(6);
+        const QPoint from = graph.viewportPoint(knee);
+        const QPoint to = from + QPoint(60, -40);
+        QWidget* surface = graph.viewport();
+        sendMouse(surface, QEvent::MouseButtonPress, from, Qt::LeftButton);
+        QCOMPARE(graph.draggedCursor(), 6);
+        sendMouse(surface, QEvent::MouseMove, from + QPoint(30, -20), Qt::NoButton, Qt::LeftButton);
+        const GraphCursor half = kvxReportGraph().cursor(6);
+        QVERIFY(half.x > knee.x() && half.y > knee.y());
+        sendMouse(surface, QEvent::MouseMove, to, Qt::NoButton, Qt::LeftButton);
+        sendMouse(surface, QEvent::MouseButtonRelease, to, Qt::LeftButton);
+        QCOMPARE(graph.draggedCursor(), 0);
+
+        const GraphCursor moved = kvxReportGraph().cursor(6);
+        const QPointF expected = graph.valueAt(to);
+        QVERIFY(std::abs(moved.x / expected.x() - 1) < 0.02);
+        QVERIFY(std::abs(moved.y / expected.y() - 1) < 0.02);
+        QVERIFY(moved.x > knee.x() * 1.2);
+        QCOMPARE(graph.cursorValue(6), QPointF(moved.x, moved.y));
+        QVERIFY((graph.viewportPoint(graph.cursorValue(6)) - to).manhattanLength() <= 2);
+        QCOMPARE(controlText(w, "lbVolts"), formatNumber(moved.y, u"0.00") + "Vac");
+        QCOMPARE(controlText(w, "lbCurrent"), formatNumber(moved.x, u"0.00") + "mA");
+        QCOMPARE(kvxCondensedReport().lbVolts, controlText(w, "lbVolts"));
+
+        // A press away from every cursor moves nothing and draws no rectangle.
+        const QPoint away = graph.viewportPoint(QPointF(2.0, 2.0));
+        sendMouse(surface, QEvent::MouseButtonPress, away, Qt::LeftButton);
+        QCOMPARE(graph.draggedCursor(), 0);
+        sendMouse(surface, QEvent::MouseMove, away + QPoint(80, -80), Qt::NoButton, Qt::LeftButton);
+        sendMouse(surface, QEvent::MouseButtonRelease, away + QPoint(80, -80), Qt::LeftButton);
+        QCOMPARE(kvxReportGraph().cursor(6).x, moved.x);
+        QCOMPARE(graph.axisX()->min(), 1.0);
+        QCOMPARE(graph.axisX()->max(), 2000.0);
+        w.hide();
+    }
+
+    void zoomBoxRubberBandRightClickAndDoubleClick()
+    {
+        openAndFill(QStringLiteral("kvx-ten-taps.txt"), KneeStandardIeee30);
+        frmKVXCondensedReport& w = frmKVXCondensedReport::instance();
+        showLaidOut(w);
+        KvxKneeChart& graph = w.CWGraph1();
+        auto* zoom = w.findChild<QCheckBox*>("ckZoom");
+        QWidget* unzoom = widget(w, "lbUnZoom");
+        QVERIFY(unzoom->isHidden());
+
+        QTest::mouseClick(zoom, Qt::LeftButton);
+        QVERIFY(zoom->isChecked());
+        QCOMPARE(kvxReportGraph().trackMode(), 6);
+        QCOMPARE(graph.trackMode(), 6);
+        QCOMPARE(graph.rubberBand(), QChartView::RectangleRubberBand);
+        QVERIFY(!unzoom->isHidden());
+
+        // A rectangle from 10 to 100 on both axes, drawn over the cursors:
+        // in this mode a press near a cursor does not take it.
+        QWidget* surface = graph.viewport();
+        const QPoint from = graph.viewportPoint(QPointF(10.0, 100.0));
+        const QPoint to = graph.viewportPoint(QPointF(100.0, 10.0));
+        sendMouse(surface, QEvent::MouseButtonPress, from, Qt::LeftButton);
+        QCOMPARE(graph.draggedCursor(), 0);
+        sendMouse(surface, QEvent::MouseMove, to, Qt::NoButton, Qt::LeftButton);
+        sendMouse(surface, QEvent::MouseButtonRelease, to, Qt::LeftButton);
+        QCoreApplication::processEvents();
+
+        for (QLogValueAxis* axis : {graph.axisX(), graph.axisY()}) {
+            QVERIFY2(std::abs(axis->min() / 10.0 - 1) < 0.05,
+                     qPrintable(QString::number(axis->min())));
+            QVERIFY2(std::abs(axis->max() / 100.0 - 1) < 0.05,
+                     qPrintable(QString::number(axis->max())));
+            // One decade: labels on the fifth root of ten, five to the decade.
+            QVERIFY(std::abs(axis->base() - std::pow(10.0, 0.2)) < 1e-9);
+            QCOMPARE(axis->labelFormat(), QString("%.3g"));
+        }
+        const GraphAxis& modelX = kvxReportGraph().axis(KneeGraph::AxisX);
+        const GraphAxis& modelY = kvxReportGraph().axis(KneeGraph::AxisY);
+        QCOMPARE(modelX.minimum, graph.axisX()->min());
+        QCOMPARE(modelX.maximum, graph.axisX()->max());
+        QCOMPARE(modelY.minimum, graph.axisY()->min());
+        QCOMPARE(modelY.maximum, graph.axisY()->max());
+        // The end of the zoom drags cursors again; the hint stays.
+        QVERIFY(!zoom->isChecked());
+        QCOMPARE(kvxReportGraph().trackMode(), 1);
+        QCOMPARE(graph.rubberBand(), QChartView::NoRubberBand);
+        QVERIFY(!unzoom->isHidden());
+
+        // Zooming again, a right click does not zoom out.
+        QTest::mouseClick(zoom, Qt::LeftButton);
+        QCOMPARE(graph.rubberBand(), QChartView::RectangleRubberBand);
+        const QPoint middle = graph.viewportPoint(QPointF(30.0, 30.0));
+        sendMouse(surface, QEvent::MouseButtonPress, middle, Qt::RightButton);
+        sendMouse(surface, QEvent::MouseButtonRelease, middle, Qt::RightButton);
+        QCOMPARE(graph.axisX()->min(), modelX.minimum);
+        QCOMPARE(graph.axisX()->max(), modelX.maximum);
+        QCOMPARE(graph.axisY()->min(), modelY.minimum);
+        QCOMPARE(graph.axisY()->max(), modelY.maximum);
+        QCOMPARE(kvxReportGraph().trackMode(), 6);
+        QVERIFY(zoom->isChecked());
+
+        // A double click restores the full range.
+        QTest::mouseDClick(surface, Qt::LeftButton, {}, middle);
+        QTest::mouseRelease(surface, Qt::LeftButton, {}, middle);
+        for (QLogValueAxis* axis : {graph.axisX(), graph.axisY()}) {
+            QCOMPARE(axis->min(), 1.0);
+            QCOMPARE(axis->max(), 2000.0);
+            QCOMPARE(axis->base(), 10.0);
+        }
+        QCOMPARE(kvxReportGraph().axis(KneeGraph::AxisY).maximum, 2000.0);
+        QVERIFY(unzoom->isHidden());
+        QVERIFY(!zoom->isChecked());
+        w.hide();
+    }
+
+    void kneeCommandsFromTheMenuRefillTheReport()
+    {
+        openAndFill(QStringLiteral("kvx-ten-taps.txt"), KneeStandardIeee30);
+        frmKVXCondensedReport& w = frmKVXCondensedReport::instance();
+        std::vector<bool> busy;
+        kvxReportHooks().showProgress = [&busy](bool show) {
+            busy.push_back(show && appState().ProcessInProgress != False16);
+        };
+        w.show();
+        QStringList before;
+        for (int n = 1; n <= frmKVXCondensedReport::RowCount; ++n)
+            for (int c = 0; c < KvxColumnCount; ++c)
+                before << w.cell(static_cast<KvxColumn>(c), n)->text();
+        const QPointF knee30 = w.CWGraph1().cursorValue(1);
+
+        auto* knee = w.findChild<QMenu*>("mnKneepoint");
+        QAction* ieee45 = entry(w, "mnKneeIEEE45");
+        QVERIFY(knee->actions().contains(ieee45));
+        ieee45->trigger();
+
+        QCOMPARE(appState().KneeStandard, QString("IEEE 45"));
+        QCOMPARE(controlText(w, "lbKneeType"), QString("IEEE 45"));
+        QVERIFY(w.CWGraph1().cursorValue(1) != knee30);
+        QCOMPARE(w.CWGraph1().cursorValue(1).y(), kvxTestRecord().knees[0].voltage);
+        QStringList after;
+        for (int n = 1; n <= frmKVXCondensedReport::RowCount; ++n)
+            for (int c = 0; c < KvxColumnCount; ++c)
+                after << w.cell(static_cast<KvxColumn>(c), n)->text();
+        QCOMPARE(after, before);
+        QCOMPARE(busy, (std::vector<bool>{true, false}));
+        QVERIFY(w.isVisible());
+
+        entry(w, "mnKneeAINSIIEC1050")->trigger();
+        QCOMPARE(controlText(w, "lbKneeType"), QString("AINSI/IEC10/50"));
+        entry(w, "mnKneeIEEE30")->trigger();
+        QCOMPARE(controlText(w, "lbKneeType"), QString("IEEE 30"));
+        QCOMPARE(w.CWGraph1().cursorValue(1), knee30);
+        kvxReportHooks().showProgress = {};
+        w.hide();
+    }
+
+    void bringUpWaitsUntilTheReportIsClosedThroughARefill()
+    {
+        openAndFill(QStringLiteral("kvx-ten-taps.txt"), KneeStandardIeee30);
+        frmKVXCondensedReport& w = frmKVXCondensedReport::instance();
+        bool refilled = false;
+        bool visibleAfterRefill = false;
+        // From inside the modal wait: a knee command hides and shows the
+        // report, and the wait goes on; then the operator closes it.
+        QTimer::singleShot(0, &w, [&] {
+            entry(w, "mnKneeIEEE45")->trigger();
+            refilled = true;
+            visibleAfterRefill = w.isVisible();
+            QTimer::singleShot(0, &w, [&w] { w.close(); });
+        });
+        w.bringUp();
+        QVERIFY(refilled);
+        QVERIFY(visibleAfterRefill);
+        QVERIFY(!w.isVisible());
+        QCOMPARE(w.windowModality(), Qt::ApplicationModal);
+        QVERIFY(!kvxCondensedReport().shown);
+    }
+
+    void okHidesTheReportAndClosingHidesTheDialogToo()
+    {
+        openAndFill(QStringLiteral("kvx-ten-taps.txt"), KneeStandardIeee30);
+        frmKVXCondensedReport& w = frmKVXCondensedReport::instance();
+        w.show();
+        QVERIFY(kvxCondensedReport().shown);
+        entry(w, "mnOk")->trigger();
+        QVERIFY(!w.isVisible());
+        QVERIFY(!kvxCondensedReport().shown);
+        QCOMPARE(kvxTestRecord().curves[0].volts[5], 0.0);
+
+        frmCompensedResistanceSetting& dialog = frmCompensedResistanceSetting::instance();
+        w.show();
+        dialog.show();
+        QVERIFY(w.close());
+        QVERIFY(!w.isVisible());
+        QVERIFY(!dialog.isVisible());
+    }
+
+    void pickingACompensationEntryOpensTheDialogAndOkFillsTheColumn()
+    {
+        openAndFill(QStringLiteral("kvx-ten-taps.txt"), KneeStandardIeee30);
+        frmKVXCondensedReport& w = frmKVXCondensedReport::instance();
+        QComboBox* box = w.cbCompensation();
+        QCOMPARE(box->itemText(0), QString("Alluminium (TK=225)"));
+        QCOMPARE(box->itemText(1), QString("Copper (TK=234.5)"));
+        QCOMPARE(kvxCondensedReport().cbCompensationItems,
+                 (QStringList{"Alluminium (TK=225)", "Copper (TK=234.5)"}));
+        QCOMPARE(box->currentIndex(), -1);
+
+        // The pick opens the dialog modally, loaded from the report: TK of
+        // aluminium, TM from the temperature. OK there fills the column.
+        frmCompensedResistanceSetting& dialog = frmCompensedResistanceSetting::instance();
+        bool dialogShown = false;
+        QString tk;
+        QString tm;
+        QTimer::singleShot(0, &dialog, [&] {
+            dialogShown = dialog.isVisible();
+            tk = dialog.txtTK()->text();
+            tm = dialog.txtTM()->text();
+            dialog.txtTS()->setText(QStringLiteral("75"));
+            QTest::mouseClick(dialog.cmdOK(), Qt::LeftButton);
+        });
+        QTest::keyClick(box, Qt::Key_Down); // the first entry, as a click picks it
+        QVERIFY(dialogShown);
+        QCOMPARE(tk, QString("225"));
+        QCOMPARE(tm, QString("21.5 C"));
+        QVERIFY(!dialog.isVisible());
+
+        // 0.10040 x (225 + 75) / (225 + 21.5); the value has no unit.
+        QCOMPARE(kvxCondensedReport().cell(KvxReportColumn::WindingComp, 1), QString("0.122 "));
+        QCOMPARE(w.cell(KvxColumn::WindingComp, 1)->text(), QString("0.122 "));
+        QVERIFY(!w.cell(KvxColumn::WindingComp, 10)->text().isEmpty());
+        QCOMPARE(controlText(w, "lbTexteCompensedTemp(1)"), QString("75C"));
+        // The box shows no choice again, so the same pick is a click again.
+        QCOMPARE(kvxCondensedReport().cbCompensationIndex, -1);
+        QCOMPARE(box->currentIndex(), -1);
+    }
+
+    void scrollingMovesThePage30TwipsAStep()
+    {
+        openAndFill(QStringLiteral("kvx-ten-taps.txt"), KneeStandardIeee30);
+        frmKVXCondensedReport& w = frmKVXCondensedReport::instance();
+        showLaidOut(w);
+        QScrollBar* bar = w.VScroll1();
+        QVERIFY(bar->maximum() > 0);
+        auto* area = qobject_cast<QAbstractScrollArea*>(w.centralWidget());
+        const double dpi = area->logicalDpiY();
+
+        bar->setValue(20);
+        QCOMPARE(kvxCondensedReport().VScroll1, 20);
+        QCOMPARE(kvxCondensedReport().frKVXReportTop, -600.0);
+        QCOMPARE(w.frKVXReport()->y(), twipsToPixels(-600.0, dpi));
+
+        // At the end of the bar the foot of the page is in view.
+        bar->setValue(bar->maximum());
+        const int foot = w.frKVXReport()->geometry().bottom();
+        QVERIFY(foot <= area->viewport()->height());
+        QVERIFY(foot >= area->viewport()->height() - twipsToPixels(30, dpi) - 1);
+
+        // The wheel scrolls the page down from the top.
+        bar->setValue(0);
+        QCOMPARE(w.frKVXReport()->y(), 0);
+        const QPointF at(20, 20);
+        QWheelEvent wheel(at, area->viewport()->mapToGlobal(at), QPoint(), QPoint(0, -120),
+                          Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(area->viewport(), &wheel);
+        QVERIFY(bar->value() > 0);
+        QCOMPARE(w.frKVXReport()->y(), twipsToPixels(-30.0 * bar->value(), dpi));
+        QCOMPARE(kvxCondensedReport().VScroll1, bar->value());
+
+        // Over the graph the wheel is left to the page: the graph does not
+        // take it (the page gets what its children leave).
+        const int before = bar->value();
+        QWidget* chart = w.CWGraph1().viewport();
+        QWheelEvent overGraph(at, chart->mapToGlobal(at), QPoint(), QPoint(0, -120), Qt::NoButton,
+                              Qt::NoModifier, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(chart, &overGraph);
+        QVERIFY(!overGraph.isAccepted());
+        QCOMPARE(bar->value(), before);
+        QCOMPARE(w.CWGraph1().axisX()->max(), 2000.0);
+        bar->setValue(0);
+        w.hide();
     }
 };
 

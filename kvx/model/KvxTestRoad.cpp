@@ -1,0 +1,159 @@
+#include "kvx/model/KvxTestRoad.h"
+
+#include "kvx/model/KneeGraph.h"
+#include "kvx/model/KvxCondensedReportModel.h"
+#include "kvx/model/KvxReportView.h"
+#include "kvx/model/KvxTestFileReader.h"
+#include "kvx/model/KvxTestRecord.h"
+#include "localisation/model/Vocabulary.h"
+#include "shell/model/AppState.h"
+#include "shell/model/DataFolders.h"
+#include "shell/model/MainWindowModel.h"
+#include "shell/model/YieldHook.h"
+
+namespace quenby {
+
+namespace {
+void call(const std::function<void()>& hook)
+{
+    if (hook)
+        hook();
+}
+
+void showProgress(bool show)
+{
+    if (kvxRoadHooks().showProgress)
+        kvxRoadHooks().showProgress(show);
+}
+
+void status(const char* key)
+{
+    setStatusText(QString::fromLatin1(key));
+    call(kvxRoadHooks().mirrorMainWindow);
+}
+
+// Waits for the operator's click on a knee box. The rest of the menu stays
+// usable meanwhile, so another command may run inside this wait; the inner
+// road is then released first by a click. That is known and left so.
+void waitForKneeChoice()
+{
+    MainWindowState& main = mainWindowState();
+    main.chkKneeTypeVisible = {true, true, true};
+    main.KneeChoiceDone = False16;
+    call(kvxRoadHooks().mirrorMainWindow);
+    while (main.KneeChoiceDone == False16) {
+        if (kvxRoadHooks().waitForEvents)
+            kvxRoadHooks().waitForEvents();
+        else
+            letSystemBreathe();
+    }
+}
+
+void reportCommand(const char* standard)
+{
+    call(kvxRoadHooks().reloadReport);
+    appState().KneeStandard = QString::fromLatin1(standard);
+    appState().ProcessInProgress = True16;
+    showProgress(true);
+    ParseKvxHeaderFields();
+    FillKvxReportHeader();
+    FillKvxReportTaps();
+    call(kvxRoadHooks().fillReportTexts);
+    showProgress(false);
+    call(kvxRoadHooks().mirrorReport);
+    call(kvxRoadHooks().bringUpReport);
+}
+} // namespace
+
+KvxRoadHooks& kvxRoadHooks()
+{
+    static KvxRoadHooks hooks;
+    return hooks;
+}
+
+QString kneeStandardOfBox(int index)
+{
+    switch (index) {
+    case 0:
+        return QStringLiteral("IEEE 30");
+    case 1:
+        return QStringLiteral("IEEE 45");
+    default:
+        return QStringLiteral("AINSI/IEC10/50");
+    }
+}
+
+void chkKneeType_Click(int index)
+{
+    MainWindowState& main = mainWindowState();
+    appState().KneeStandard = kneeStandardOfBox(index);
+    main.chkKneeTypeVisible = {false, false, false};
+    kvxTestRecord().kneeTypeText = appState().KneeStandard;
+    // Clearing the boxes raises the click once more for the box that was
+    // set, which repeats these steps to no effect.
+    const bool wasChecked =
+        index >= 0 && index < 3 && main.chkKneeTypeChecked[static_cast<std::size_t>(index)];
+    main.chkKneeTypeChecked = {false, false, false};
+    if (wasChecked)
+        chkKneeType_Click(index);
+    main.KneeChoiceDone = True16;
+    call(kvxRoadHooks().mirrorMainWindow);
+}
+
+void mnKVXFiles_Click()
+{
+    KvxRoadHooks& hooks = kvxRoadHooks();
+    call(hooks.hideReports);
+    call(hooks.fillReportTexts);
+    kvxCondensedReport().lbUnZoomVisible = false;
+
+    const Bool16 cancelled = SelectKvxTestFile();
+
+    // Whatever the answer, the test is emptied before it is tested: a
+    // cancelled dialog leaves an empty test behind.
+    kvxCondensedReport().cbCompensationText.clear();
+    FlushKvxCurves();
+    flushAllTap();
+    flushGraph();
+    ClearKvxRecord();
+    call(hooks.mirrorReport);
+    if (cancelled != False16)
+        return;
+
+    ReadKvxTestFile();
+    status(MainStatusKeys::ProcessProgress);
+
+    waitForKneeChoice();
+
+    appState().ProcessInProgress = True16;
+    showProgress(true);
+    TreatVisibleTestTexte();
+    FillKvxReportTaps();
+    ParseKvxHeaderFields();
+    FillKvxReportHeader();
+    appState().ProcessInProgress = False16;
+    // The wait on the busy flag ends at once, since the flag was just cleared.
+    while (appState().ProcessInProgress != False16)
+        letSystemBreathe();
+    showProgress(false);
+    status(MainStatusKeys::Ready);
+    call(hooks.mirrorReport);
+    call(hooks.bringUpReport);
+}
+
+void mnKVXCRIEEE30_Click()
+{
+    reportCommand("IEEE 30");
+}
+
+void mnKVXIEEE45_Click()
+{
+    reportCommand("IEEE 45");
+}
+
+void mnKVXANSIIEC1050_Click()
+{
+    reportCommand("AINSI/IEC10/50");
+}
+
+} // namespace quenby

@@ -1,0 +1,42 @@
+// The main window's road of a KVX test, from the menu command to the report:
+// the file is chosen and read, the operator picks the knee standard in one of
+// the three boxes, and the report is filled and brought up. The windows take
+// part through hooks, so the whole road runs in tests without a screen.
+#pragma once
+
+#include <QString>
+
+#include <functional>
+
+namespace quenby {
+
+struct KvxRoadHooks
+{
+    std::function<void()> hideReports;      // the KVX and ZBL report windows
+    std::function<void()> fillReportTexts;  // FillTextsKvxCondensedReport
+    std::function<void()> mirrorMainWindow; // knee boxes and status text changed
+    std::function<void()> waitForEvents;    // one turn of the event loop, blocking
+    std::function<void(bool)> showProgress; // the busy window, centred on the main one
+    std::function<void()> mirrorReport;     // the report's cells changed
+    std::function<void()> bringUpReport;    // focus, or modal show over the main window
+    std::function<void()> reloadReport;     // unload and load the report window again
+};
+
+KvxRoadHooks& kvxRoadHooks();
+
+// The knee standard of box `index`: 0 "IEEE 30", 1 "IEEE 45", else "AINSI/IEC10/50".
+QString kneeStandardOfBox(int index);
+
+// The click on knee box `index`.
+void chkKneeType_Click(int index);
+
+// The road of a KVX test.
+void mnKVXFiles_Click();
+
+// The main window's report commands for a standard; out of reach in this
+// version (their menu is hidden) but kept.
+void mnKVXCRIEEE30_Click();
+void mnKVXIEEE45_Click();
+void mnKVXANSIIEC1050_Click();
+
+} // namespace quenby
