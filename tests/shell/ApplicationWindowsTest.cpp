@@ -20,10 +20,12 @@
 #include "zbl/ui/frmZBLVGraph.h"
 
 #include <QAction>
+#include <QCheckBox>
 #include <QDir>
 #include <QLabel>
 #include <QMenu>
 #include <QTemporaryDir>
+#include <QTimer>
 #include <QtTest>
 
 #include <optional>
@@ -143,10 +145,9 @@ private Q_SLOTS:
         store->SaveSetting("Quenby", "UserFileTransfert", "KVX", dataDir.path());
         frmMain& main = frmMain::instance();
         main.Form_Load();
-        for (const auto& [command, file, word] :
-             {std::tuple{"mnuFrancais", "fr.lng", "FRANCAIS"},
-              std::tuple{"mnuPolish", "polish.lng", "POLISH"},
-              std::tuple{"mnuAnglais", "en.lng", "ENGLISH"}}) {
+        for (const auto& [command, file, word] : {std::tuple{"mnuFrancais", "fr.lng", "FRANCAIS"},
+                                                  std::tuple{"mnuPolish", "polish.lng", "POLISH"},
+                                                  std::tuple{"mnuAnglais", "en.lng", "ENGLISH"}}) {
             main.menuEntry(command)->trigger();
             QCOMPARE(store->GetSetting("Quenbey", "Language", "Language"), QString(word));
             QCOMPARE(appState().LangFilePath, programDir.path() + pathSep() + file);
@@ -176,6 +177,66 @@ private Q_SLOTS:
         QCOMPARE(scripted->messages.shown.back().text, QString("Unable to find langage files"));
         // Nothing was kept: the store still has no language.
         QCOMPARE(store->GetSetting("Quenbey", "Language", "Language"), QString());
+    }
+
+    void kvxRoadFromTheMenuToTheReport()
+    {
+        store->SaveSetting("Quenby", "UserFileTransfert", "KVX", dataDir.path());
+        frmMain& main = frmMain::instance();
+        main.Form_Load();
+        frmKVXCondensedReport& report = frmKVXCondensedReport::instance();
+        scripted->files.answers.push_back(samplePath("kvx-ten-taps.txt"));
+
+        // The operator clicks the IEEE 45 box while the road waits for it,
+        // then reads the report and closes it with OK.
+        QString statusWhileWaiting;
+        bool boxesShown = false;
+        QString kneeOnReport;
+        QString firstTap;
+        bool reportWasModal = false;
+        QTimer click;
+        click.setInterval(10);
+        connect(&click, &QTimer::timeout, this, [&] {
+            if (!main.chkKneeType(1)->isHidden()) {
+                boxesShown = !main.chkKneeType(0)->isHidden() && !main.chkKneeType(2)->isHidden();
+                statusWhileWaiting = main.stBar1Panel1()->text();
+                main.chkKneeType(1)->click();
+            } else if (report.isVisible()) {
+                click.stop();
+                reportWasModal = report.isModal();
+                kneeOnReport = report.findChild<QLabel*>("lbKneeType")->text();
+                firstTap = report.findChild<QLabel*>("lbTapTest(1)")->text();
+                report.findChild<QAction*>("mnOk")->trigger();
+            }
+        });
+        click.start();
+        main.menuEntry("mnKVXFiles")->trigger();
+        click.stop();
+
+        QVERIFY(boxesShown);
+        QCOMPARE(statusWhileWaiting,
+                 textIn("en.lng", "frmMain.stBar1.Panels.Text.ProcessProgress"));
+        QVERIFY(reportWasModal);
+        QCOMPARE(kneeOnReport, QString("IEEE 45"));
+        QCOMPARE(firstTap, QString("X1-X2"));
+        QVERIFY(!report.isVisible());
+        QVERIFY(main.chkKneeType(1)->isHidden());
+        QCOMPARE(main.stBar1Panel1()->text(), textIn("en.lng", "frmMain.stBar1.Panels.Text.Ready"));
+        QVERIFY(!frmProcessProgress::instance().isVisible());
+    }
+
+    void cancelledKvxDialogShowsNothing()
+    {
+        store->SaveSetting("Quenby", "UserFileTransfert", "KVX", dataDir.path());
+        frmMain& main = frmMain::instance();
+        main.Form_Load();
+        const QString before = main.stBar1Panel1()->text();
+        scripted->files.answers.push_back(QString());
+        main.menuEntry("mnKVXFiles")->trigger();
+        QVERIFY(!frmKVXCondensedReport::instance().isVisible());
+        QVERIFY(main.chkKneeType(0)->isHidden());
+        QCOMPARE(main.stBar1Panel1()->text(), before);
+        QVERIFY(scripted->messages.shown.empty());
     }
 
     void emptyLanguageFileShowsKeysEverywhere()
