@@ -1,0 +1,1 @@
+#include "zbl/model/VGraph.h"
