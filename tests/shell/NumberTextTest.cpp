@@ -1,4 +1,5 @@
 #include "shell/model/NumberText.h"
+#include "shell/model/QuotedText.h"
 #include "shell/model/RuntimeError.h"
 
 #include <gtest/gtest.h>
@@ -166,4 +167,13 @@ TEST(ZonedLine, ALongItemPushesTheNextZone)
     EXPECT_EQ(line.text().indexOf('b'), 28);
     EXPECT_EQ(line.text().indexOf('c'), 42);
     EXPECT_EQ(line.text().indexOf('d'), 70); // c runs to 62, past the zone at 56
+}
+
+TEST(QuotedText, EscapesWhatWouldBeAmbiguous)
+{
+    EXPECT_EQ(quoted(""), "\"\"");
+    EXPECT_EQ(quoted("a\"b\\c"), "\"a\\\"b\\\\c\"");
+    EXPECT_EQ(quoted("x\r\n\ty"), "\"x\\r\\n\\ty\"");
+    EXPECT_EQ(quoted(QString(QChar(1))), "\"\\x01\"");
+    EXPECT_EQ(quoted(QString::fromUtf8("12 µOhm ")), QString::fromUtf8("\"12 µOhm \""));
 }
