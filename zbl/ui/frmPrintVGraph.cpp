@@ -1,5 +1,7 @@
 #include "zbl/ui/frmPrintVGraph.h"
 
+#include "zbl/ui/frmZBLVGraph.h"
+
 #include <QChartView>
 #include <QLabel>
 #include <QVBoxLayout>
@@ -43,6 +45,11 @@ frmPrintVGraph::frmPrintVGraph()
     lines->addLayout(body, 1);
 
     makeLogo(this)->raise();
+}
+
+void frmPrintVGraph::mirror(const VGraphForm& form)
+{
+    mirrorVGraphPage(*this, m_graph, nullptr, form);
 }
 
 void frmPrintVGraph::FillTextsPrintVGraph()

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "localisation/ui/WindowTexts.h"
+#include "zbl/model/VGraph.h"
 #include "zbl/ui/ZblPageParts.h"
 
 #include <QWidget>
@@ -22,6 +23,10 @@ public:
     void applyWindowText(const WindowTextEntry& entry, const QString& text) override;
 
     const VGraphChart& CWGraph1() const { return m_graph; }
+
+    // Shows what the model holds for the print twin: head, channel, plot and
+    // axes. The paper carries no cursor.
+    void mirror(const VGraphForm& form);
 
 private:
     frmPrintVGraph();

@@ -1,12 +1,19 @@
 #include "zbl/ui/frmZBLVGraph.h"
 
+#include <algorithm>
+
 #include <QChartView>
 #include <QCheckBox>
 #include <QFrame>
+#include <QGraphicsEllipseItem>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QLineEdit>
+#include <QLineSeries>
 #include <QMenuBar>
+#include <QPen>
 #include <QScrollBar>
+#include <QSignalBlocker>
 #include <QVBoxLayout>
 #include <QValueAxis>
 
@@ -86,8 +93,83 @@ frmZBLVGraph::frmZBLVGraph()
     body->addWidget(unzoom);
     lines->addLayout(body, 1);
 
+    // The cursor: a ring over the point the operator reads.
+    m_cursor = new QGraphicsEllipseItem(-5, -5, 10, 10, m_graph.view->chart());
+    m_cursor->setPen(QPen(Qt::red, 1.5));
+    m_cursor->setZValue(10);
+    m_cursor->hide();
+
     makeLogo(page)->raise();
     resize(pixelsOfTwips(PageWidthTwips) + scroll->sizeHint().width(), 760);
+}
+
+namespace {
+
+template <typename Widget> void setTextOf(QWidget& page, const QString& name, const QString& text)
+{
+    if (auto* widget = page.findChild<Widget*>(name))
+        widget->setText(text);
+}
+
+} // namespace
+
+void mirrorVGraphPage(QWidget& page, const VGraphChart& chart, QGraphicsEllipseItem* cursor,
+                      const VGraphForm& form)
+{
+    const VGraphHead& head = form.head;
+    setTextOf<QLabel>(page, indexedName(QStringLiteral("lbTexteFileName"), 1),
+                      head.lbTexteFileName1);
+    setTextOf<QLabel>(page, indexedName(QStringLiteral("lbTexteDate"), 1), head.lbTexteDate1);
+    setTextOf<QLabel>(page, indexedName(QStringLiteral("lbTexteInstrumentSN"), 1),
+                      head.lbTexteInstrumentSN1);
+    setTextOf<QLineEdit>(page, QStringLiteral("txtNotes"), head.txtNotes);
+    setTextOf<QLineEdit>(page, QStringLiteral("txtCompany"), head.txtCompany);
+    setTextOf<QLineEdit>(page, QStringLiteral("txtDesignator"), head.txtDesignator);
+    setTextOf<QLineEdit>(page, QStringLiteral("txtXFRSerialNumber"), head.txtXFRSerialNumber);
+    setTextOf<QLineEdit>(page, QStringLiteral("txtTemperature"), head.txtTemperature);
+    setTextOf<QLineEdit>(page, QStringLiteral("txtStation"), head.txtStation);
+    setTextOf<QLineEdit>(page, QStringLiteral("txtManufacturer"), head.txtManufacturer);
+    setTextOf<QLineEdit>(page, QStringLiteral("txtOperator"), head.txtOperator);
+    setTextOf<QLabel>(page, QStringLiteral("lbCHAN"), form.lbCHAN);
+
+    const VGraphChartState& state = form.CWGraph1;
+    chart.view->chart()->setTitle(state.caption);
+    QList<QPointF> points;
+    const auto columns = std::min(state.plot1.x.size(), state.plot1.y.size());
+    points.reserve(static_cast<qsizetype>(columns));
+    for (std::size_t i = 0; i < columns; ++i)
+        points.append(QPointF(state.plot1.x[i], state.plot1.y[i]));
+    chart.plot->replace(points);
+    // An axis turned upside down (a channel with no points) is drawn as the
+    // model says; the chart accepts any pair.
+    chart.axisX->setRange(state.x.minimum, state.x.maximum);
+    chart.axisY->setRange(state.y.minimum, state.y.maximum);
+
+    if (cursor) {
+        const QPointF at(state.cursor.x, state.cursor.y);
+        const bool inside = state.cursor.visible && !points.isEmpty();
+        if (inside)
+            cursor->setPos(chart.view->chart()->mapToPosition(at, chart.plot));
+        cursor->setVisible(inside);
+    }
+}
+
+void frmZBLVGraph::mirror(const VGraphForm& form)
+{
+    mirrorVGraphPage(*this, m_graph, m_cursor, form);
+    setTextOf<QLabel>(*this, QStringLiteral("lbVolts"), form.lbVolts);
+    setTextOf<QLabel>(*this, QStringLiteral("lbCurrent"), form.lbCurrent);
+    if (auto* unzoom = findChild<QLabel*>(QStringLiteral("lbUnZoom")))
+        unzoom->setVisible(form.lbUnZoomVisible);
+    if (auto* zoom = findChild<QCheckBox*>(QStringLiteral("ckZoom"))) {
+        // The box follows the model; it must not click again on the way.
+        const QSignalBlocker quiet(zoom);
+        zoom->setChecked(form.ckZoom);
+    }
+    // Drag-cursor or rectangle zoom on the view.
+    m_graph.view->setRubberBand(form.CWGraph1.trackMode == TrackZoomRectangle
+                                    ? QChartView::RectangleRubberBand
+                                    : QChartView::NoRubberBand);
 }
 
 void frmZBLVGraph::FillTextsZblVGraph()

@@ -6,9 +6,12 @@
 #pragma once
 
 #include "localisation/ui/WindowTexts.h"
+#include "zbl/model/VGraph.h"
 #include "zbl/ui/ZblPageParts.h"
 
 #include <QMainWindow>
+
+class QGraphicsEllipseItem;
 
 namespace quenby {
 
@@ -26,10 +29,20 @@ public:
     // CWGraph1 with its axes and its one plot.
     const VGraphChart& CWGraph1() const { return m_graph; }
 
+    // Shows what the model holds for this window: head, channel, plot, axes,
+    // cursor, read-out labels, the zoom box and the unzoom hint.
+    void mirror(const VGraphForm& form);
+
 private:
     frmZBLVGraph();
 
     VGraphChart m_graph;
+    QGraphicsEllipseItem* m_cursor = nullptr;
 };
+
+// The common part of the mirror of both V graph pages: the head, lbCHAN and
+// the graph. `cursor` may be null for a page that shows none.
+void mirrorVGraphPage(QWidget& page, const VGraphChart& chart, QGraphicsEllipseItem* cursor,
+                      const VGraphForm& form);
 
 } // namespace quenby
