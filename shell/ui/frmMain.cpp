@@ -15,6 +15,8 @@
 #include "shell/ui/frmGeneralSetting.h"
 #include "shell/ui/frmProcessProgress.h"
 #include "upload/ui/frmUploadDevice.h"
+#include "zbl/model/ZblBasicReportView.h"
+#include "zbl/ui/frmPrintZBLBasicReport.h"
 #include "zbl/ui/frmZBLBasicReport.h"
 #include "zbl/ui/frmZBLVGraph.h"
 
@@ -89,6 +91,13 @@ void installWindows()
     road.showProgress = showProgress;
     road.mirrorReport = [] { frmKVXCondensedReport::instance().mirrorModel(); };
     road.bringUpReport = [] { frmKVXCondensedReport::instance().bringUp(&frmMain::instance()); };
+    ZblRoadHooks& zbl = zblRoadHooks();
+    zbl.showProgress = showProgress;
+    zbl.fillReportTexts = [] {
+        frmZBLBasicReport::instance().FillTextsZblBasicReport();
+        frmPrintZBLBasicReport::instance().FillTextsPrintZblBasicReport();
+    };
+
     road.reloadReport = [] {
         frmKVXCondensedReport::instance().hide();
         KvxReport_Form_Load();
@@ -172,6 +181,7 @@ frmMain::frmMain()
     connectCommand("mnKVXCRIEEE30", &mnKVXCRIEEE30_Click);
     connectCommand("mnKVXIEEE45", &mnKVXIEEE45_Click);
     connectCommand("mnKVXANSIIEC1050", &mnKVXANSIIEC1050_Click);
+    connectCommand("mnZBLFiles", &mnZBLFiles_Click);
     connectCommand("mnDataFilesPath", &mnDataFilesPath_Click);
     connectCommand("mnuAnglais", &mnuAnglais_Click);
     connectCommand("mnuFrancais", &mnuFrancais_Click);

@@ -1,12 +1,17 @@
 // The ZBL report windows, offscreen: each is one instance that only hides,
 // holds every control of its page under the control's name, keeps its unused
 // menu entries out of sight, and takes its texts from the language.
+#include "kvx/model/TemperatureCompensation.h"
+#include "kvx/ui/frmCompensedResistanceSetting.h"
 #include "localisation/model/WindowTextKeys.h"
 #include "localisation/ui/WindowTexts.h"
 #include "shell/model/AppState.h"
 #include "shell/model/Platform.h"
 #include "shell/ui/QuenbyApplication.h"
+#include "tests/support/ScriptedServices.h"
 #include "tests/support/TestFiles.h"
+#include "zbl/model/VGraph.h"
+#include "zbl/model/ZblBasicReportView.h"
 #include "zbl/ui/frmPrintVGraph.h"
 #include "zbl/ui/frmPrintZBLBasicReport.h"
 #include "zbl/ui/frmZBLBasicReport.h"
@@ -23,6 +28,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QPointer>
+#include <QPushButton>
 #include <QScrollBar>
 #include <QTemporaryDir>
 #include <QValueAxis>
@@ -167,6 +173,30 @@ private:
         writeBytes(file, crlfLines(lines));
         setAppPathOverride(programDir.path());
         appState().LangFilePath = file;
+    }
+
+    // Opens `sample` through the main menu's road, the file dialog answering
+    // with it; the bring-up only counts, so that nothing waits.
+    int openSample(const QString& sample)
+    {
+        frmZBLBasicReport::instance(); // its hooks in place, as in the program
+        ScriptedServices scripted;
+        scripted.files.answers.push_back(samplePath(sample));
+        ZblRoadHooks& hooks = zblRoadHooks();
+        const std::function<void()> bringUp = hooks.bringUpReport;
+        int bringUps = 0;
+        hooks.bringUpReport = [&bringUps] { ++bringUps; };
+        mnZBLFiles_Click();
+        hooks.bringUpReport = bringUp;
+        return bringUps;
+    }
+
+    static int visibleRowsOf(const frmZBLBasicReport& w)
+    {
+        int visible = 0;
+        for (int r = 0; r < frmZBLBasicReport::RowCount; ++r)
+            visible += w.cell(ZblColumn::TapA, r)->isVisibleTo(&w) ? 1 : 0;
+        return visible;
     }
 
     static QStringList routines()
@@ -509,6 +539,188 @@ private Q_SLOTS:
             QVERIFY2(!entry(w, name)->isVisible(), qPrintable(name));
         frmZBLVGraph::instance().FillTextsZblVGraph();
         QVERIFY(widget(frmZBLVGraph::instance(), "lbUnZoom")->isHidden());
+    }
+
+    void reportMirrorsATestOpenedFromTheMainMenu()
+    {
+        QCOMPARE(openSample(QStringLiteral("zbl-manual-19-rows.zbl")), 1);
+        frmZBLBasicReport& w = frmZBLBasicReport::instance();
+        w.mirrorModel();
+        const ZblBasicReportModel& m = zblBasicReport();
+
+        QCOMPARE(controlText(w, "lbTexteFileName(1)"), QString("zbl-manual-19-rows.zbl"));
+        QCOMPARE(controlText(w, "lbTexteDate(1)"), m.lbTexteDate1);
+        QCOMPARE(controlText(w, "lbTexteInstrumentSN(1)"), m.lbTexteInstrumentSN1);
+        QVERIFY(!m.txtCompany.isEmpty());
+        for (const auto& [name, field] :
+             QList<QPair<QString, QString>>{{"txtXFRSerialNumber", m.txtXFRSerialNumber},
+                                            {"txtCompany", m.txtCompany},
+                                            {"txtStation", m.txtStation},
+                                            {"txtDesignator", m.txtDesignator},
+                                            {"txtManufacturer", m.txtManufacturer},
+                                            {"txtOperator", m.txtOperator},
+                                            {"txtNotes", m.txtNotes},
+                                            {"txtTemperature", m.txtTemperature}})
+            QCOMPARE(controlText(w, name), field);
+
+        for (int c = 0; c < ZblColumnCount; ++c)
+            for (int r = 0; r < frmZBLBasicReport::RowCount; ++r)
+                QCOMPARE(w.cell(static_cast<ZblColumn>(c), r)->text(),
+                         m.cell(static_cast<ZblReportColumn>(c), r));
+        QVERIFY(!w.cell(ZblColumn::TapA, 0)->text().isEmpty());
+        QCOMPARE(w.cell(ZblColumn::CompensatedA, 0)->text(), QString("---"));
+
+        // Rows 0 to 18 hold the test; the rest are only hidden.
+        QCOMPARE(visibleRowsOf(w), 19);
+        QVERIFY(w.cell(ZblColumn::TotalTime, 18)->isVisibleTo(&w));
+        QVERIFY(!w.cell(ZblColumn::TotalTime, 19)->isVisibleTo(&w));
+
+        QVERIFY(w.VScroll1()->isVisibleTo(&w));
+        QCOMPARE(w.VScroll1()->maximum(), 1000);
+        QCOMPARE(w.VScroll1()->value(), 0);
+        QCOMPARE(w.frResistance()->y(), 0);
+    }
+
+    void scrollingMovesThePageTwoTwipsAStep()
+    {
+        openSample(QStringLiteral("zbl-manual-19-rows.zbl"));
+        frmZBLBasicReport& w = frmZBLBasicReport::instance();
+        w.mirrorModel();
+        w.VScroll1()->setValue(300);
+        QCOMPARE(zblBasicReport().VScroll1Value, 300);
+        QCOMPARE(zblBasicReport().frResistanceTop, -600);
+        QCOMPARE(w.frResistance()->y(), -pixelsOfTwips(600));
+        w.VScroll1()->setValue(0);
+        QCOMPARE(w.frResistance()->y(), 0);
+    }
+
+    void operatorEditsGoBackIntoTheModel()
+    {
+        openSample(QStringLiteral("zbl-manual-19-rows.zbl"));
+        frmZBLBasicReport& w = frmZBLBasicReport::instance();
+        w.mirrorModel();
+        QLineEdit* winding = w.cell(ZblColumn::WindingB, 4);
+        winding->selectAll();
+        QTest::keyClicks(winding, QStringLiteral("X2-X3"));
+        QCOMPARE(zblBasicReport().cell(ZblReportColumn::WindingB, 4), QString("X2-X3"));
+
+        auto* company = w.findChild<QLineEdit*>(QStringLiteral("txtCompany"));
+        company->selectAll();
+        QTest::keyClicks(company, QStringLiteral("North Grid"));
+        QCOMPARE(zblBasicReport().txtCompany, QString("North Grid"));
+
+        // A mirror leaves what was typed in place.
+        w.mirrorModel();
+        QCOMPARE(winding->text(), QString("X2-X3"));
+        QCOMPARE(company->text(), QString("North Grid"));
+    }
+
+    void showingAndHidingKeepTheModelInStep()
+    {
+        frmZBLBasicReport& w = frmZBLBasicReport::instance();
+        w.show();
+        QVERIFY(zblBasicReport().shown);
+        entry(w, "mnuOk")->trigger();
+        QVERIFY(!w.isVisible());
+        QVERIFY(!zblBasicReport().shown);
+
+        frmCompensedResistanceSetting& dialog = frmCompensedResistanceSetting::instance();
+        w.show();
+        dialog.show();
+        QVERIFY(w.close());
+        QVERIFY(!w.isVisible());
+        QVERIFY(!dialog.isVisible());
+        QVERIFY(!zblBasicReport().shown);
+    }
+
+    void bringUpWaitsUntilTheReportIsHidden()
+    {
+        openSample(QStringLiteral("zbl-manual-19-rows.zbl"));
+        frmZBLBasicReport& w = frmZBLBasicReport::instance();
+        bool shownWhileWaiting = false;
+        QTimer::singleShot(0, &w, [&] {
+            shownWhileWaiting = zblBasicReport().shown;
+            // A refill from inside the wait hides and shows the report.
+            w.hide();
+            w.show();
+            QTimer::singleShot(0, &w, [&w] { entry(w, "mnuOk")->trigger(); });
+        });
+        zblRoadHooks().bringUpReport();
+        QVERIFY(w.loaded());
+        QVERIFY(shownWhileWaiting);
+        QVERIFY(!w.isVisible());
+        QCOMPARE(w.windowModality(), Qt::ApplicationModal);
+        QVERIFY(!zblBasicReport().shown);
+    }
+
+    void pickingACompensationEntryFillsTheCompensatedColumns()
+    {
+        useLanguage({}); // the dialog refills its texts on each opening
+        openSample(QStringLiteral("zbl-manual-19-rows.zbl"));
+        frmZBLBasicReport& w = frmZBLBasicReport::instance();
+        w.mirrorModel();
+        // The dialog serves the report that is on screen.
+        w.show();
+        QComboBox* box = w.cbCompensation();
+        QCOMPARE(box->itemText(1), zblBasicReport().cbCompensationItems.at(1));
+
+        frmCompensedResistanceSetting& dialog = frmCompensedResistanceSetting::instance();
+        bool dialogShown = false;
+        QTimer::singleShot(0, &dialog, [&] {
+            dialogShown = dialog.isVisible();
+            dialog.txtTS()->setText(QStringLiteral("75"));
+            QTest::mouseClick(dialog.cmdOK(), Qt::LeftButton);
+        });
+        QTest::keyClick(box, Qt::Key_Down); // the first entry, as a click picks it
+        QVERIFY(dialogShown);
+        QVERIFY(!dialog.isVisible());
+
+        const ZblBasicReportModel& m = zblBasicReport();
+        QVERIFY(m.cell(ZblReportColumn::ConbinedResistanceA, 0) != QString("---"));
+        QVERIFY(!m.cell(ZblReportColumn::ConbinedResistanceA, 0).isEmpty());
+        for (int r = 0; r < 19; ++r) {
+            QCOMPARE(w.cell(ZblColumn::CompensatedA, r)->text(),
+                     m.cell(ZblReportColumn::ConbinedResistanceA, r));
+            QCOMPARE(w.cell(ZblColumn::CompensatedB, r)->text(),
+                     m.cell(ZblReportColumn::ConbinedResistanceB, r));
+        }
+        QCOMPARE(controlText(w, "lbTexteCompensedTemp(1)"), m.lbTexteCompensedTemp1);
+        QVERIFY(!m.lbTexteCompensedTemp1.isEmpty());
+        QCOMPARE(box->currentText(), m.cbCompensationText);
+        entry(w, "mnuOk")->trigger();
+    }
+
+    void channelAGraphMirrorsThePlotOverTheReport()
+    {
+        openSample(QStringLiteral("zbl-manual-19-rows.zbl"));
+        frmZBLBasicReport& w = frmZBLBasicReport::instance();
+        w.mirrorModel();
+        frmZBLVGraph& graph = frmZBLVGraph::instance();
+        bool graphShown = false;
+        QTimer::singleShot(0, &graph, [&] {
+            graphShown = graph.isVisible();
+            graph.close();
+        });
+        entry(w, "mnuVGraphA")->trigger();
+        QVERIFY(graphShown);
+        QVERIFY(!graph.isVisible());
+        QCOMPARE(graph.windowModality(), Qt::ApplicationModal);
+        QCOMPARE(graph.parentWidget(), static_cast<QWidget*>(&w));
+
+        const VGraphForm& form = zblVGraph().window;
+        QCOMPARE(GraphChannel(), QString("A"));
+        QCOMPARE(form.lbCHAN, controlText(w, "lbTexteCHANA"));
+        QCOMPARE(form.CWGraph1.caption, zblBasicReport().cell(ZblReportColumn::WindingA, 0));
+        const PlotArray& plot = form.CWGraph1.plot1;
+        QVERIFY(plot.columns() > 1);
+        const QList<QPointF> points = graph.CWGraph1().plot->points();
+        QCOMPARE(points.size(), plot.columns());
+        for (int i = 0; i < plot.columns(); ++i) {
+            QCOMPARE(points[i].x(), plot.at(0, i));
+            QCOMPARE(points[i].y(), plot.at(1, i));
+        }
+        QCOMPARE(graph.CWGraph1().axisY->max(), form.CWGraph1.y.maximum);
+        QCOMPARE(controlText(graph, "lbCHAN"), form.lbCHAN);
     }
 };
 

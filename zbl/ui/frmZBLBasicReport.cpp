@@ -1,7 +1,15 @@
 #include "zbl/ui/frmZBLBasicReport.h"
 
+#include "kvx/model/TemperatureCompensation.h"
 #include "localisation/ui/WindowTexts.h"
+#include "shell/model/RuntimeError.h"
+#include "zbl/model/VGraph.h"
+#include "zbl/model/ZblBasicReportView.h"
+#include "zbl/ui/frmZBLVGraph.h"
 
+#include <QCloseEvent>
+#include <QComboBox>
+#include <QEventLoop>
 #include <QFrame>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -9,6 +17,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QScrollBar>
+#include <QSignalBlocker>
 
 namespace quenby {
 
@@ -52,6 +61,40 @@ constexpr int channelWidthTwips()
     return sum;
 }
 
+// The head boxes the operator edits, and the model's field behind each; the
+// three labels of file, date and instrument only show what the test says.
+struct HeadField
+{
+    const char* control;
+    QString ZblBasicReportModel::*field;
+};
+constexpr std::array<HeadField, 8> EditedHead = {{
+    {"txtXFRSerialNumber", &ZblBasicReportModel::txtXFRSerialNumber},
+    {"txtCompany", &ZblBasicReportModel::txtCompany},
+    {"txtStation", &ZblBasicReportModel::txtStation},
+    {"txtDesignator", &ZblBasicReportModel::txtDesignator},
+    {"txtManufacturer", &ZblBasicReportModel::txtManufacturer},
+    {"txtOperator", &ZblBasicReportModel::txtOperator},
+    {"txtNotes", &ZblBasicReportModel::txtNotes},
+    {"txtTemperature", &ZblBasicReportModel::txtTemperature},
+}};
+constexpr std::array<HeadField, 4> ShownHead = {{
+    {"lbTexteFileName(1)", &ZblBasicReportModel::lbTexteFileName1},
+    {"lbTexteDate(1)", &ZblBasicReportModel::lbTexteDate1},
+    {"lbTexteInstrumentSN(1)", &ZblBasicReportModel::lbTexteInstrumentSN1},
+    {"lbTexteCompensedTemp(1)", &ZblBasicReportModel::lbTexteCompensedTemp1},
+}};
+
+// Shows `text` in `box` unless it is there already, so that the operator's
+// cursor stays where it is while typing; a long text shows its start.
+void putText(QLineEdit& box, const QString& text)
+{
+    if (box.text() == text)
+        return;
+    box.setText(text);
+    box.setCursorPosition(0);
+}
+
 QAction* addEntry(QWidget* owner, const QString& name, const QString& text)
 {
     auto* entry = new QAction(text, owner);
@@ -91,14 +134,209 @@ frmZBLBasicReport::frmZBLBasicReport()
     auto* viewport = new QWidget(central);
     viewport->setMinimumWidth(pixelsOfTwips(PageWidthTwips));
     row->addWidget(viewport, 1);
-    auto* scroll = new QScrollBar(Qt::Vertical, central);
-    scroll->setObjectName(QStringLiteral("VScroll1"));
-    scroll->setRange(0, 0);
-    row->addWidget(scroll);
+    m_scroll = new QScrollBar(Qt::Vertical, central);
+    m_scroll->setObjectName(QStringLiteral("VScroll1"));
+    m_scroll->setRange(0, 0);
+    m_scroll->setVisible(false); // until a test needs more than the window
+    row->addWidget(m_scroll);
     setCentralWidget(central);
 
     buildPage(viewport);
-    resize(pixelsOfTwips(PageWidthTwips) + scroll->sizeHint().width(), 760);
+    resize(pixelsOfTwips(PageWidthTwips) + m_scroll->sizeHint().width(), 760);
+    m_compensation = findChild<QComboBox*>(QStringLiteral("cbCompensation"));
+    connectEvents();
+    installHooks();
+}
+
+void frmZBLBasicReport::connectEvents()
+{
+    const auto command = [this](const char* name, auto logic) {
+        QAction* entry = findChild<QAction*>(QString::fromLatin1(name));
+        connect(entry, &QAction::triggered, this, [this, name, logic] {
+            const CommandScope scope(QString::fromLatin1(name));
+            logic();
+            mirrorModel();
+        });
+    };
+    command("mnuOk", [] { ZblReport_mnuOk_Click(); });
+    command("mnuVGraphA", [this] {
+        openVGraph(QStringLiteral("A"),
+                   findChild<QLineEdit*>(QStringLiteral("lbTexteCHANA"))->text());
+    });
+    command("mnuVGraphB", [this] {
+        openVGraph(QStringLiteral("B"),
+                   findChild<QLineEdit*>(QStringLiteral("lbTexteCHANB"))->text());
+    });
+
+    // What the operator types into the head and the cells is the report's
+    // working copy: the V graph, the save and the print read it from there.
+    for (const HeadField& head : EditedHead) {
+        auto* box = findChild<QLineEdit*>(QString::fromLatin1(head.control));
+        const auto field = head.field;
+        connect(box, &QLineEdit::textEdited, this,
+                [field](const QString& text) { zblBasicReport().*field = text; });
+    }
+    for (int c = 0; c < ZblColumnCount; ++c) {
+        for (int r = 0; r < RowCount; ++r) {
+            const auto column = static_cast<ZblReportColumn>(c);
+            connect(cell(static_cast<ZblColumn>(c), r), &QLineEdit::textEdited, this,
+                    [column, r](const QString& text) { zblBasicReport().cell(column, r) = text; });
+        }
+    }
+
+    connect(m_compensation, &QComboBox::activated, this, &frmZBLBasicReport::cbCompensation_Click);
+    connect(m_compensation->lineEdit(), &QLineEdit::textEdited, this,
+            [](const QString& text) { zblBasicReport().cbCompensationText = text; });
+    connect(m_scroll, &QScrollBar::valueChanged, this, [this](int value) {
+        ZblReport_VScroll1_Change(value);
+        mirrorModel();
+    });
+}
+
+void frmZBLBasicReport::installHooks()
+{
+    // The busy window and the logo belong to other windows; the shell plugs
+    // those in, and the owner of the modal show too.
+    ZblRoadHooks& hooks = zblRoadHooks();
+    hooks.mirrorReport = [this] { mirrorModel(); };
+    hooks.bringUpReport = [this] { bringUp(); };
+    hooks.hideReport = [this] { hide(); };
+    // The compensation writes the compensated columns, the temperature and
+    // the compensation box into the report model.
+    compensationHooks().zblReportChanged = [this] { mirrorModel(); };
+}
+
+void frmZBLBasicReport::bringUp(QWidget* owner)
+{
+    if (!m_loaded)
+        Form_Load();
+    if (isVisible()) {
+        raise();
+        activateWindow();
+        return;
+    }
+    if (owner && parentWidget() != owner)
+        setParent(owner, windowFlags() | Qt::Window);
+    setWindowModality(Qt::ApplicationModal);
+    show();
+    // The caller waits until the report goes away. A refill hides it and
+    // shows it again from inside this wait, so the wait lasts until the
+    // report stays hidden.
+    QEventLoop wait;
+    m_modalWait = &wait;
+    while (isVisible())
+        wait.exec();
+    m_modalWait = nullptr;
+}
+
+void frmZBLBasicReport::Form_Load()
+{
+    m_loaded = true;
+    ZblReport_Form_Load();
+    mirrorModel();
+}
+
+void frmZBLBasicReport::closeEvent(QCloseEvent* event)
+{
+    ZblReport_Form_Unload();
+    event->accept();
+}
+
+void frmZBLBasicReport::showEvent(QShowEvent* event)
+{
+    zblBasicReport().shown = true;
+    QMainWindow::showEvent(event);
+}
+
+void frmZBLBasicReport::hideEvent(QHideEvent* event)
+{
+    zblBasicReport().shown = false;
+    if (m_modalWait)
+        m_modalWait->quit();
+    QMainWindow::hideEvent(event);
+}
+
+void frmZBLBasicReport::cbCompensation_Click(int index)
+{
+    const CommandScope scope(QStringLiteral("cbCompensation_Click"));
+    ZblBasicReportModel& model = zblBasicReport();
+    model.cbCompensationIndex = index;
+    model.cbCompensationText = m_compensation->itemText(index);
+    // Opens the compensation dialog modally; its OK fills the compensated
+    // columns before this returns.
+    ZblReport_cbCompensation_Click();
+    mirrorModel();
+}
+
+void frmZBLBasicReport::openVGraph(const QString& letter, const QString& channelHead)
+{
+    VGraph& graph = zblVGraph();
+    graph.openChannelFromReport(letter, channelHead);
+    frmZBLVGraph& window = frmZBLVGraph::instance();
+    window.mirror(graph.window);
+    window.showModalOver(this);
+}
+
+void frmZBLBasicReport::mirrorModel()
+{
+    const ZblBasicReportModel& model = zblBasicReport();
+    for (const HeadField& head : EditedHead)
+        putText(*findChild<QLineEdit*>(QString::fromLatin1(head.control)), model.*head.field);
+    for (const HeadField& head : ShownHead)
+        findChild<QLabel*>(QString::fromLatin1(head.control))->setText(model.*head.field);
+
+    for (int c = 0; c < ZblColumnCount; ++c) {
+        const auto column = static_cast<ZblReportColumn>(c);
+        for (int r = 0; r < RowCount; ++r) {
+            QLineEdit* box = cell(static_cast<ZblColumn>(c), r);
+            putText(*box, model.cell(column, r));
+            box->setVisible(model.rowVisible(r));
+        }
+    }
+
+    mirrorCompensation();
+
+    // Until its load the window keeps its menu as designed, entries that lead
+    // nowhere hidden; the model's flags count from the load on.
+    const auto showEntry = [this](const char* name, bool visible) {
+        if (!m_loaded)
+            return;
+        findChild<QAction*>(QString::fromLatin1(name))->setVisible(visible);
+    };
+    showEntry("mnuExport", model.mnuExportVisible);
+    showEntry("mnuEdit", model.mnuEditVisible);
+    showEntry("mnuTaps", model.mnuTapsVisible);
+    showEntry("mnuVGraphRS", model.mnuVGraphRSVisible);
+    showEntry("mnuBasicVgraph", model.mnuBasicVgraphVisible);
+    showEntry("mnuBasicVgraphRS", model.mnuBasicVgraphRSVisible);
+
+    {
+        const QSignalBlocker quiet(m_scroll);
+        m_scroll->setRange(0, model.VScroll1Max);
+        m_scroll->setValue(model.VScroll1Value);
+        m_scroll->setVisible(model.VScroll1Visible);
+    }
+    // The frame's top is in twips and goes negative as the page scrolls up.
+    const int top = model.frResistanceTop;
+    m_page->move(m_page->x(), top < 0 ? -pixelsOfTwips(-top) : pixelsOfTwips(top));
+}
+
+void frmZBLBasicReport::mirrorCompensation()
+{
+    const ZblBasicReportModel& model = zblBasicReport();
+    const QSignalBlocker quiet(m_compensation);
+    bool sameItems = m_compensation->count() == model.cbCompensationItems.size();
+    for (int i = 0; sameItems && i < m_compensation->count(); ++i)
+        sameItems = m_compensation->itemText(i) == model.cbCompensationItems.at(i);
+    if (!sameItems) {
+        m_compensation->clear();
+        m_compensation->addItems(model.cbCompensationItems);
+    }
+    const int index = model.cbCompensationIndex;
+    m_compensation->setCurrentIndex(index >= 0 && index < m_compensation->count() ? index : -1);
+    // The text of an editable box may be other than its chosen item.
+    if (m_compensation->currentText() != model.cbCompensationText)
+        m_compensation->setEditText(model.cbCompensationText);
 }
 
 void frmZBLBasicReport::buildMenu()
@@ -136,6 +374,7 @@ void frmZBLBasicReport::buildMenu()
 void frmZBLBasicReport::buildPage(QWidget* viewport)
 {
     QFrame* page = makeFrame(viewport, QStringLiteral("frResistance"));
+    m_page = page;
     makePaper(*page);
     buildHead(page);
     makeLogo(page);
@@ -225,6 +464,8 @@ QLineEdit* frmZBLBasicReport::cell(ZblColumn column, int row) const
 
 void frmZBLBasicReport::FillTextsZblBasicReport()
 {
+    if (!m_loaded)
+        Form_Load();
     fillWindowTexts(*this, QStringLiteral("FillTextsZblBasicReport"));
 }
 

@@ -5,6 +5,11 @@
 // Once a test is filled in, the cells are the working copy that the V graph,
 // the save and the print read; so every cell exists at all times, and rows
 // not in use are only hidden.
+//
+// Everything the window shows is held by zblBasicReport(), and the window
+// mirrors it; what the operator types into the head and the cells goes back
+// into the model. Commands run the report's logic (ZblBasicReportView.h) and
+// mirror the model again.
 #pragma once
 
 #include "zbl/ui/ZblPageParts.h"
@@ -13,7 +18,11 @@
 
 #include <array>
 
+class QComboBox;
+class QEventLoop;
+class QFrame;
 class QLineEdit;
+class QScrollBar;
 
 namespace quenby {
 
@@ -28,19 +37,57 @@ public:
     // The one instance, made on first touch; closing only hides it.
     static frmZBLBasicReport& instance();
 
+    // The window's load: runs once, on the first fill of its texts or the
+    // first bring-up, whichever comes first, as the language needs to be
+    // there.
+    void Form_Load();
+    bool loaded() const { return m_loaded; }
+
+    // Puts the language texts on the window; loads it first.
     void FillTextsZblBasicReport();
 
     // The text box of `column` in row `row` (0 to 121).
     QLineEdit* cell(ZblColumn column, int row) const;
+    QComboBox* cbCompensation() const { return m_compensation; }
+    QScrollBar* VScroll1() const { return m_scroll; }
+    QFrame* frResistance() const { return m_page; }
+
+    // Copies the whole report model into the controls: head, cells, row
+    // visibility, compensation line, menu entries, scroll bar and the page's
+    // place.
+    void mirrorModel();
+
+    // Focus if the window is visible, else a modal show owned by `owner` (or
+    // the owner it had), returning when the report is closed or hidden.
+    void bringUp(QWidget* owner = nullptr);
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+
+private Q_SLOTS:
+    // The operator picked an entry of cbCompensation.
+    void cbCompensation_Click(int index);
 
 private:
     frmZBLBasicReport();
+    void connectEvents();
+    void installHooks();
+    void mirrorCompensation();
+    // mnuVGraphA and mnuVGraphB: the graph of one channel over the report.
+    void openVGraph(const QString& letter, const QString& channelHead);
     void buildMenu();
     void buildPage(QWidget* viewport);
     void buildHead(QWidget* page);
     void buildTable(QWidget* page, int top);
 
     std::array<std::array<QLineEdit*, RowCount>, ZblColumnCount> m_cells{};
+    QFrame* m_page = nullptr;
+    QScrollBar* m_scroll = nullptr;
+    QComboBox* m_compensation = nullptr;
+    QEventLoop* m_modalWait = nullptr;
+    bool m_loaded = false;
 };
 
 } // namespace quenby

@@ -11,6 +11,7 @@
 
 #include <QMainWindow>
 
+class QEventLoop;
 class QGraphicsEllipseItem;
 
 namespace quenby {
@@ -33,9 +34,17 @@ public:
     // cursor, read-out labels, the zoom box and the unzoom hint.
     void mirror(const VGraphForm& form);
 
+    // Focus if the window is visible, else a modal show owned by `owner`,
+    // returning when the graph is closed or hidden.
+    void showModalOver(QWidget* owner);
+
+protected:
+    void hideEvent(QHideEvent* event) override;
+
 private:
     frmZBLVGraph();
 
+    QEventLoop* m_modalWait = nullptr;
     VGraphChart m_graph;
     QGraphicsEllipseItem* m_cursor = nullptr;
 };
