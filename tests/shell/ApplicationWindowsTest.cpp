@@ -23,6 +23,7 @@
 #include <QCheckBox>
 #include <QDir>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenu>
 #include <QTemporaryDir>
 #include <QTimer>
@@ -223,6 +224,44 @@ private Q_SLOTS:
         QVERIFY(main.chkKneeType(1)->isHidden());
         QCOMPARE(main.stBar1Panel1()->text(), textIn("en.lng", "frmMain.stBar1.Panels.Text.Ready"));
         QVERIFY(!frmProcessProgress::instance().isVisible());
+    }
+
+    void zblRoadFromTheMenuToTheReport()
+    {
+        store->SaveSetting("Quenby", "UserFileTransfert", "KVX", dataDir.path());
+        frmMain& main = frmMain::instance();
+        main.Form_Load();
+        frmZBLBasicReport& report = frmZBLBasicReport::instance();
+        scripted->files.answers.push_back(samplePath("zbl-manual-19-rows.zbl"));
+
+        // The report comes up modally; the operator reads it and presses Ok.
+        bool reportWasModal = false;
+        QString firstTap;
+        QString lastTap;
+        bool rowAfterLastHidden = false;
+        QTimer close;
+        close.setInterval(10);
+        connect(&close, &QTimer::timeout, this, [&] {
+            if (!report.isVisible())
+                return;
+            close.stop();
+            reportWasModal = report.isModal();
+            firstTap = report.findChild<QLineEdit*>("txtTapA(0)")->text();
+            lastTap = report.findChild<QLineEdit*>("txtTapA(18)")->text();
+            rowAfterLastHidden = report.findChild<QLineEdit*>("txtTapA(19)")->isHidden();
+            report.findChild<QAction*>("mnuOk")->trigger();
+        });
+        close.start();
+        main.menuEntry("mnZBLFiles")->trigger();
+        close.stop();
+
+        QVERIFY(reportWasModal);
+        QCOMPARE(firstTap, QString("1"));
+        QCOMPARE(lastTap, QString("19"));
+        QVERIFY(rowAfterLastHidden);
+        QVERIFY(!report.isVisible());
+        QVERIFY(!frmProcessProgress::instance().isVisible());
+        QVERIFY(scripted->messages.shown.empty());
     }
 
     void cancelledKvxDialogShowsNothing()
