@@ -6,6 +6,7 @@
 #include "localisation/model/WindowTextKeys.h"
 #include "localisation/ui/WindowTexts.h"
 #include "shell/model/AppState.h"
+#include "shell/model/NumberText.h"
 #include "shell/model/Platform.h"
 #include "shell/ui/QuenbyApplication.h"
 #include "tests/support/ScriptedServices.h"
@@ -27,6 +28,7 @@
 #include <QLineSeries>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMouseEvent>
 #include <QPointer>
 #include <QPushButton>
 #include <QScrollBar>
@@ -210,6 +212,73 @@ private:
         QTest::addColumn<QString>("routine");
         for (const QString& r : routines())
             QTest::newRow(qPrintable(r)) << r;
+    }
+
+    // The graph of channel A opened from the report, then shown again
+    // without a modal wait so that the test can use the mouse on it.
+    frmZBLVGraph& openGraphAForMouse()
+    {
+        openSample(QStringLiteral("zbl-manual-19-rows.zbl"));
+        frmZBLBasicReport& w = frmZBLBasicReport::instance();
+        w.mirrorModel();
+        frmZBLVGraph& graph = frmZBLVGraph::instance();
+        graph.close(); // a failed test before may have left it showing
+        QTimer::singleShot(0, &graph, [&] { graph.close(); });
+        entry(w, "mnuVGraphA")->trigger();
+        graph.setWindowModality(Qt::NonModal);
+        graph.show();
+        [&] { QVERIFY(QTest::qWaitForWindowExposed(&graph)); }();
+        return graph;
+    }
+
+    // The point of the graph's viewport that shows `value`.
+    static QPoint viewportPointOf(const frmZBLVGraph& graph, const QPointF& value)
+    {
+        const VGraphChart& c = graph.CWGraph1();
+        QChart* chart = c.view->chart();
+        return c.view->mapFromScene(chart->mapToScene(chart->mapToPosition(value, c.plot)));
+    }
+
+    // The value under a point of the graph's viewport.
+    static QPointF valueOfViewportPoint(const frmZBLVGraph& graph, const QPoint& pos)
+    {
+        const VGraphChart& c = graph.CWGraph1();
+        QChart* chart = c.view->chart();
+        return chart->mapToValue(chart->mapFromScene(c.view->mapToScene(pos)), c.plot);
+    }
+
+    static void dragOnGraph(const frmZBLVGraph& graph, const QPoint& from, const QPoint& to)
+    {
+        QWidget* viewport = graph.CWGraph1().view->viewport();
+        QTest::mousePress(viewport, Qt::LeftButton, {}, from);
+        QMouseEvent move(QEvent::MouseMove, QPointF(to), viewport->mapToGlobal(QPointF(to)),
+                         Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(viewport, &move);
+        QTest::mouseRelease(viewport, Qt::LeftButton, {}, to);
+    }
+
+    struct Axes
+    {
+        double xMin, xMax, yMin, yMax;
+    };
+    static Axes axesOf(const frmZBLVGraph& graph)
+    {
+        const VGraphChart& c = graph.CWGraph1();
+        return {c.axisX->min(), c.axisX->max(), c.axisY->min(), c.axisY->max()};
+    }
+
+    // Ticks the zoom box and draws a rectangle over the middle half of the
+    // graph; gives the axes before the zoom.
+    static Axes zoomIntoTheMiddle(frmZBLVGraph& graph)
+    {
+        const Axes full = axesOf(graph);
+        graph.findChild<QCheckBox*>("ckZoom")->click();
+        const double w = full.xMax - full.xMin;
+        const double h = full.yMax - full.yMin;
+        const QPoint from = viewportPointOf(graph, {full.xMin + w / 4, full.yMin + h / 4});
+        const QPoint to = viewportPointOf(graph, {full.xMax - w / 4, full.yMax - h / 4});
+        dragOnGraph(graph, from, to);
+        return full;
     }
 
 private Q_SLOTS:
@@ -721,6 +790,95 @@ private Q_SLOTS:
         }
         QCOMPARE(graph.CWGraph1().axisY->max(), form.CWGraph1.y.maximum);
         QCOMPARE(controlText(graph, "lbCHAN"), form.lbCHAN);
+    }
+
+    void vGraphZoomsIntoADrawnRectangleAndDoubleClickRestores()
+    {
+        frmZBLVGraph& graph = openGraphAForMouse();
+        QWidget* viewport = graph.CWGraph1().view->viewport();
+        const Axes full = axesOf(graph);
+        QCOMPARE(full.xMin, zblVGraph().window.CWGraph1.x.minimum);
+
+        graph.findChild<QCheckBox*>("ckZoom")->click();
+        QVERIFY(zblVGraph().window.ckZoom);
+        QCOMPARE(zblVGraph().window.CWGraph1.trackMode, TrackZoomRectangle);
+        QVERIFY(!graph.findChild<QLabel*>("lbUnZoom")->isHidden());
+
+        const double w = full.xMax - full.xMin;
+        const double h = full.yMax - full.yMin;
+        const QPoint from = viewportPointOf(graph, {full.xMin + w / 4, full.yMin + h / 4});
+        const QPoint to = viewportPointOf(graph, {full.xMax - w / 4, full.yMax - h / 4});
+        // The rectangle in values as the graph shows them before the zoom.
+        const QPointF a = valueOfViewportPoint(graph, from);
+        const QPointF b = valueOfViewportPoint(graph, to);
+        dragOnGraph(graph, from, to);
+
+        Axes zoomed = axesOf(graph);
+        QCOMPARE(zoomed.xMin, std::min(a.x(), b.x()));
+        QCOMPARE(zoomed.xMax, std::max(a.x(), b.x()));
+        QCOMPARE(zoomed.yMin, std::min(a.y(), b.y()));
+        QCOMPARE(zoomed.yMax, std::max(a.y(), b.y()));
+        QVERIFY(zoomed.xMin > full.xMin && zoomed.xMax < full.xMax);
+        QVERIFY(zoomed.yMin > full.yMin && zoomed.yMax < full.yMax);
+        QCOMPARE(zblVGraph().window.CWGraph1.x.minimum, zoomed.xMin);
+        QVERIFY(!graph.findChild<QLabel*>("lbUnZoom")->isHidden());
+
+        const QPoint middle = viewport->rect().center();
+        QTest::mouseDClick(viewport, Qt::LeftButton, {}, middle);
+        QTest::mouseRelease(viewport, Qt::LeftButton, {}, middle);
+        const Axes restored = axesOf(graph);
+        QCOMPARE(restored.xMin, full.xMin);
+        QCOMPARE(restored.xMax, full.xMax);
+        QCOMPARE(restored.yMin, full.yMin);
+        QCOMPARE(restored.yMax, full.yMax);
+        QVERIFY(graph.findChild<QLabel*>("lbUnZoom")->isHidden());
+        QVERIFY(!graph.findChild<QCheckBox*>("ckZoom")->isChecked());
+        QCOMPARE(zblVGraph().window.CWGraph1.trackMode, TrackDragCursor);
+        graph.close();
+    }
+
+    void vGraphRightClickKeepsTheZoom()
+    {
+        frmZBLVGraph& graph = openGraphAForMouse();
+        QWidget* viewport = graph.CWGraph1().view->viewport();
+        const Axes full = zoomIntoTheMiddle(graph);
+        const Axes zoomed = axesOf(graph);
+        QVERIFY(zoomed.xMax < full.xMax);
+
+        QTest::mouseClick(viewport, Qt::RightButton, {}, viewport->rect().center());
+        const Axes after = axesOf(graph);
+        QCOMPARE(after.xMin, zoomed.xMin);
+        QCOMPARE(after.xMax, zoomed.xMax);
+        QCOMPARE(after.yMin, zoomed.yMin);
+        QCOMPARE(after.yMax, zoomed.yMax);
+        QVERIFY(!graph.findChild<QLabel*>("lbUnZoom")->isHidden());
+
+        zblVGraph().CWGraph1_DblClick();
+        graph.mirror(zblVGraph().window);
+        graph.close();
+    }
+
+    void vGraphCursorDragShowsResistanceAndPosition()
+    {
+        useLanguage({"frmZBLVGraph.lbCurrent,Tap"});
+        frmZBLVGraph& graph = openGraphAForMouse();
+        QCOMPARE(zblVGraph().window.CWGraph1.trackMode, TrackDragCursor);
+        const Axes full = axesOf(graph);
+        const double h = full.yMax - full.yMin;
+        const QPoint from = viewportPointOf(graph, {full.xMin + 1, full.yMin + h / 3});
+        const QPoint to = viewportPointOf(graph, {full.xMin + 3, full.yMin + h / 2});
+        dragOnGraph(graph, from, to);
+
+        const QPointF at = valueOfViewportPoint(graph, to);
+        QCOMPARE(controlText(graph, "lbVolts"),
+                 formatNumber(at.y() * 1000.0, u"0.000") + QStringLiteral("mohm"));
+        QCOMPARE(controlText(graph, "lbCurrent"),
+                 QStringLiteral("Tap ") + formatNumber(at.x(), u"0"));
+        QCOMPARE(zblVGraph().window.CWGraph1.cursor.x, at.x());
+        QCOMPARE(zblVGraph().window.CWGraph1.cursor.y, at.y());
+        // The drag changed no axis.
+        QCOMPARE(axesOf(graph).xMax, full.xMax);
+        graph.close();
     }
 };
 

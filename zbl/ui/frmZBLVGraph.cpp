@@ -1,6 +1,9 @@
 #include "zbl/ui/frmZBLVGraph.h"
 
+#include "localisation/model/LanguageLookup.h"
+
 #include <algorithm>
+#include <utility>
 
 #include <QChartView>
 #include <QCheckBox>
@@ -12,7 +15,9 @@
 #include <QLineEdit>
 #include <QLineSeries>
 #include <QMenuBar>
+#include <QMouseEvent>
 #include <QPen>
+#include <QRubberBand>
 #include <QScrollBar>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
@@ -25,6 +30,11 @@ namespace {
 constexpr int PageWidthTwips = 11000;
 constexpr int PageHeightTwips = 15000;
 constexpr int MarginTwips = 1000;
+// One step of VScroll1 moves the page by this much.
+constexpr int ScrollStepTwips = 20;
+// A press and release closer than this, in pixels, is a click, not a
+// rectangle.
+constexpr int ClickSlopPixels = 3;
 } // namespace
 
 frmZBLVGraph& frmZBLVGraph::instance()
@@ -101,6 +111,20 @@ frmZBLVGraph::frmZBLVGraph()
     m_cursor->hide();
 
     makeLogo(page)->raise();
+
+    connect(zoom, &QCheckBox::clicked, this, [this](bool ticked) {
+        zblVGraph().ckZoom_Click(ticked);
+        mirrorModel();
+    });
+    // The page slides up by its top edge; the scroll range covers the part
+    // of it below the window.
+    scroll->setRange(0, (PageHeightTwips - MarginTwips) / ScrollStepTwips);
+    connect(scroll, &QScrollBar::valueChanged, page,
+            [page](int value) { page->move(0, -pixelsOfTwips(value * ScrollStepTwips)); });
+    // The view's own mouse handling would zoom the chart behind the model's
+    // back (and zoom out on a right click): the window takes the mouse first.
+    m_graph.view->viewport()->installEventFilter(this);
+
     resize(pixelsOfTwips(PageWidthTwips) + scroll->sizeHint().width(), 760);
 }
 
@@ -196,6 +220,91 @@ void frmZBLVGraph::mirror(const VGraphForm& form)
     m_graph.view->setRubberBand(form.CWGraph1.trackMode == TrackZoomRectangle
                                     ? QChartView::RectangleRubberBand
                                     : QChartView::NoRubberBand);
+}
+
+void frmZBLVGraph::mirrorModel()
+{
+    mirror(zblVGraph().window);
+}
+
+QPointF frmZBLVGraph::valueAt(const QPoint& viewportPos) const
+{
+    QChart* chart = m_graph.view->chart();
+    return chart->mapToValue(chart->mapFromScene(m_graph.view->mapToScene(viewportPos)),
+                             m_graph.plot);
+}
+
+void frmZBLVGraph::dragCursorTo(const QPoint& viewportPos)
+{
+    const QPointF value = valueAt(viewportPos);
+    double x = value.x();
+    double y = value.y();
+    zblVGraph().CWGraph1_CursorChange(x, y, GetLanguageText(QLatin1String(VGraphCurrentKey)));
+    mirrorModel();
+}
+
+bool frmZBLVGraph::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched != m_graph.view->viewport())
+        return QMainWindow::eventFilter(watched, event);
+    const int mode = zblVGraph().window.CWGraph1.trackMode;
+    switch (event->type()) {
+    case QEvent::MouseButtonPress: {
+        auto* mouse = static_cast<QMouseEvent*>(event);
+        if (mouse->button() != Qt::LeftButton)
+            return true; // a right click neither zooms out nor moves the cursor
+        m_pressedAt = mouse->position().toPoint();
+        if (mode == TrackDragCursor) {
+            // The cursor jumps to the press and follows the drag.
+            m_draggingCursor = true;
+            dragCursorTo(*m_pressedAt);
+            return true;
+        }
+        return false; // the view starts its rubber band
+    }
+    case QEvent::MouseMove: {
+        auto* mouse = static_cast<QMouseEvent*>(event);
+        if (m_draggingCursor && (mouse->buttons() & Qt::LeftButton)) {
+            dragCursorTo(mouse->position().toPoint());
+            return true;
+        }
+        return false;
+    }
+    case QEvent::MouseButtonRelease: {
+        auto* mouse = static_cast<QMouseEvent*>(event);
+        if (mouse->button() != Qt::LeftButton)
+            return true;
+        const std::optional<QPoint> from = std::exchange(m_pressedAt, std::nullopt);
+        m_draggingCursor = false;
+        const QPoint to = mouse->position().toPoint();
+        if (mode == TrackZoomRectangle && from &&
+            ((to - *from).manhattanLength() > ClickSlopPixels)) {
+            // The drawn rectangle goes to the model, not to the chart's own
+            // zoom: the rubber band is only the picture of it.
+            if (auto* band = m_graph.view->findChild<QRubberBand*>())
+                band->hide();
+            const QPointF a = valueAt(*from);
+            const QPointF b = valueAt(to);
+            zblVGraph().zoomTo(std::min(a.x(), b.x()), std::max(a.x(), b.x()),
+                               std::min(a.y(), b.y()), std::max(a.y(), b.y()));
+        } else {
+            zblVGraph().CWGraph1_Click();
+        }
+        mirrorModel();
+        return true;
+    }
+    case QEvent::MouseButtonDblClick: {
+        auto* mouse = static_cast<QMouseEvent*>(event);
+        if (mouse->button() != Qt::LeftButton)
+            return true;
+        m_draggingCursor = false;
+        zblVGraph().CWGraph1_DblClick();
+        mirrorModel();
+        return true;
+    }
+    default:
+        return false;
+    }
 }
 
 void frmZBLVGraph::FillTextsZblVGraph()

@@ -10,6 +10,9 @@
 #include "zbl/ui/ZblPageParts.h"
 
 #include <QMainWindow>
+#include <QPoint>
+
+#include <optional>
 
 class QEventLoop;
 class QGraphicsEllipseItem;
@@ -40,13 +43,26 @@ public:
 
 protected:
     void hideEvent(QHideEvent* event) override;
+    // The mouse on the graph: a click, a double click, the cursor drag and
+    // the rectangle of a zoom, each handed to the model.
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     frmZBLVGraph();
 
+    // A point of the viewport of CWGraph1 in the values of its axes.
+    QPointF valueAt(const QPoint& viewportPos) const;
+    // The cursor taken to a point of the viewport, through the model.
+    void dragCursorTo(const QPoint& viewportPos);
+    // The model's graph window on screen, after each event it took.
+    void mirrorModel();
+
     QEventLoop* m_modalWait = nullptr;
     VGraphChart m_graph;
     QGraphicsEllipseItem* m_cursor = nullptr;
+    // Where the left button went down on the graph, while it is held.
+    std::optional<QPoint> m_pressedAt;
+    bool m_draggingCursor = false;
 };
 
 // The common part of the mirror of both V graph pages: the head, lbCHAN and
