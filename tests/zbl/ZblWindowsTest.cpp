@@ -792,6 +792,34 @@ private Q_SLOTS:
         QCOMPARE(controlText(graph, "lbCHAN"), form.lbCHAN);
     }
 
+    void channelBGraphPlotsChannelB()
+    {
+        openSample(QStringLiteral("zbl-manual-19-rows.zbl"));
+        frmZBLBasicReport& w = frmZBLBasicReport::instance();
+        w.mirrorModel();
+        frmZBLVGraph& graph = frmZBLVGraph::instance();
+        bool graphShown = false;
+        QTimer::singleShot(0, &graph, [&] {
+            graphShown = graph.isVisible();
+            graph.close();
+        });
+        entry(w, "mnuVGraphB")->trigger();
+        QVERIFY(graphShown);
+
+        const VGraphForm& form = zblVGraph().window;
+        QCOMPARE(GraphChannel(), QString("B"));
+        QCOMPARE(form.lbCHAN, controlText(w, "lbTexteCHANB"));
+        QCOMPARE(form.CWGraph1.caption, zblBasicReport().cell(ZblReportColumn::WindingB, 0));
+        // Channel B of this sample reads in microohms: the plot holds ohms.
+        const PlotArray& plot = form.CWGraph1.plot1;
+        QVERIFY(plot.columns() > 1);
+        QVERIFY(plot.at(1, 1) > 0.0 && plot.at(1, 1) < 0.001);
+        const QList<QPointF> points = graph.CWGraph1().plot->points();
+        QCOMPARE(points.size(), plot.columns());
+        QCOMPARE(points[1].y(), plot.at(1, 1));
+        QCOMPARE(controlText(graph, "lbCHAN"), form.lbCHAN);
+    }
+
     void vGraphZoomsIntoADrawnRectangleAndDoubleClickRestores()
     {
         frmZBLVGraph& graph = openGraphAForMouse();
