@@ -163,8 +163,12 @@ QWidget* makeTestHead(QWidget* page, HeadKind kind, int pageWidth, int margin)
     // Long captions of a language must not squeeze the values out of sight.
     grid->setColumnMinimumWidth(1, 150);
     grid->setColumnMinimumWidth(3, 150);
+    // A caption longer than its column breaks onto a second line rather than
+    // being cut off.
     const auto caption = [head](const char* name, const char* text) {
-        return makeLabel(head, QString::fromLatin1(name), QString::fromLatin1(text));
+        QLabel* label = makeLabel(head, QString::fromLatin1(name), QString::fromLatin1(text));
+        label->setWordWrap(true);
+        return label;
     };
     // File, date and instrument come from the test and are never edited.
     const auto value = [head](const char* name) {
