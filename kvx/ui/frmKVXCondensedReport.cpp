@@ -12,7 +12,6 @@
 #include <QCheckBox>
 #include <QCloseEvent>
 #include <QComboBox>
-#include <QEventLoop>
 #include <QFrame>
 #include <QGridLayout>
 #include <QHBoxLayout>
@@ -682,47 +681,15 @@ void frmKVXCondensedReport::Form_Load()
     mirrorModel();
 }
 
-void frmKVXCondensedReport::bringUp(QWidget* owner)
-{
-    if (!m_loaded)
-        Form_Load();
-    if (isVisible()) {
-        raise();
-        activateWindow();
-        return;
-    }
-    if (owner && parentWidget() != owner)
-        setParent(owner, windowFlags() | Qt::Window);
-    setWindowModality(Qt::ApplicationModal);
-    show();
-    // The caller waits until the report goes away. A refill from the report's
-    // own menu hides it and shows it again from inside this wait, so the wait
-    // lasts until the report stays hidden.
-    QEventLoop wait;
-    m_modalWait = &wait;
-    while (isVisible())
-        wait.exec();
-    m_modalWait = nullptr;
-}
-
 void frmKVXCondensedReport::closeEvent(QCloseEvent* event)
 {
     KvxReport_Form_Unload();
     event->accept();
 }
 
-void frmKVXCondensedReport::showEvent(QShowEvent* event)
+void frmKVXCondensedReport::setShown(bool shown)
 {
-    kvxCondensedReport().shown = true;
-    QMainWindow::showEvent(event);
-}
-
-void frmKVXCondensedReport::hideEvent(QHideEvent* event)
-{
-    kvxCondensedReport().shown = false;
-    if (m_modalWait)
-        m_modalWait->quit();
-    QMainWindow::hideEvent(event);
+    kvxCondensedReport().shown = shown;
 }
 
 void frmKVXCondensedReport::cbCompensation_Click(int index)

@@ -18,6 +18,8 @@
 #include "kvx/ui/KvxKneeChart.h"
 #include "localisation/ui/WindowTexts.h"
 
+#include "shell/ui/ReportWindow.h"
+
 #include <QMainWindow>
 
 #include <array>
@@ -54,7 +56,7 @@ QString kvxColumnArray(KvxColumn column);
 
 class ReportPageArea;
 
-class frmKVXCondensedReport final : public QMainWindow, public WindowTextReceiver
+class frmKVXCondensedReport final : public ReportWindow, public WindowTextReceiver
 {
     Q_OBJECT
 
@@ -68,8 +70,7 @@ public:
     // The window's load: runs once, on the first fill of its texts or the
     // first bring-up, whichever comes first, as the language needs to be
     // there. Then the window mirrors the model.
-    void Form_Load();
-    bool loaded() const { return m_loaded; }
+    void Form_Load() override;
 
     // Puts the language texts on the window. The column heads, the knee
     // caption, the compensation list and the axis captions are cells of the
@@ -80,10 +81,6 @@ public:
     // row visibility, header fields, compensation line, graph labels, menu
     // states, the page's place and the chart. Does nothing before the load.
     void mirrorModel();
-
-    // Focus if the window is visible, else a modal show owned by `owner` (or
-    // the owner it had), returning when the report is closed or hidden.
-    void bringUp(QWidget* owner = nullptr);
 
     // The label of `column` in row `n`, 0 being the column head.
     QLabel* cell(KvxColumn column, int n) const;
@@ -98,8 +95,7 @@ public:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
-    void showEvent(QShowEvent* event) override;
-    void hideEvent(QHideEvent* event) override;
+    void setShown(bool shown) override;
 
 private Q_SLOTS:
     // The operator picked an entry of cbCompensation.
@@ -126,8 +122,6 @@ private:
     QLabel* m_logo = nullptr;
     KvxKneeChart* m_graph = nullptr;
     std::array<std::array<QLabel*, RowCount + 1>, KvxColumnCount> m_cells{};
-    QEventLoop* m_modalWait = nullptr;
-    bool m_loaded = false;
 };
 
 } // namespace quenby

@@ -9,7 +9,6 @@
 
 #include <QCloseEvent>
 #include <QComboBox>
-#include <QEventLoop>
 #include <QFrame>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -206,29 +205,6 @@ void frmZBLBasicReport::installHooks()
     compensationHooks().zblReportChanged = [this] { mirrorModel(); };
 }
 
-void frmZBLBasicReport::bringUp(QWidget* owner)
-{
-    if (!m_loaded)
-        Form_Load();
-    if (isVisible()) {
-        raise();
-        activateWindow();
-        return;
-    }
-    if (owner && parentWidget() != owner)
-        setParent(owner, windowFlags() | Qt::Window);
-    setWindowModality(Qt::ApplicationModal);
-    show();
-    // The caller waits until the report goes away. A refill hides it and
-    // shows it again from inside this wait, so the wait lasts until the
-    // report stays hidden.
-    QEventLoop wait;
-    m_modalWait = &wait;
-    while (isVisible())
-        wait.exec();
-    m_modalWait = nullptr;
-}
-
 void frmZBLBasicReport::Form_Load()
 {
     m_loaded = true;
@@ -242,18 +218,9 @@ void frmZBLBasicReport::closeEvent(QCloseEvent* event)
     event->accept();
 }
 
-void frmZBLBasicReport::showEvent(QShowEvent* event)
+void frmZBLBasicReport::setShown(bool shown)
 {
-    zblBasicReport().shown = true;
-    QMainWindow::showEvent(event);
-}
-
-void frmZBLBasicReport::hideEvent(QHideEvent* event)
-{
-    zblBasicReport().shown = false;
-    if (m_modalWait)
-        m_modalWait->quit();
-    QMainWindow::hideEvent(event);
+    zblBasicReport().shown = shown;
 }
 
 void frmZBLBasicReport::cbCompensation_Click(int index)

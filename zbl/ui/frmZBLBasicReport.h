@@ -14,6 +14,8 @@
 
 #include "zbl/ui/ZblPageParts.h"
 
+#include "shell/ui/ReportWindow.h"
+
 #include <QMainWindow>
 
 #include <array>
@@ -26,7 +28,7 @@ class QScrollBar;
 
 namespace quenby {
 
-class frmZBLBasicReport final : public QMainWindow
+class frmZBLBasicReport final : public ReportWindow
 {
     Q_OBJECT
 
@@ -40,8 +42,7 @@ public:
     // The window's load: runs once, on the first fill of its texts or the
     // first bring-up, whichever comes first, as the language needs to be
     // there.
-    void Form_Load();
-    bool loaded() const { return m_loaded; }
+    void Form_Load() override;
 
     // Puts the language texts on the window; loads it first.
     void FillTextsZblBasicReport();
@@ -57,14 +58,9 @@ public:
     // place.
     void mirrorModel();
 
-    // Focus if the window is visible, else a modal show owned by `owner` (or
-    // the owner it had), returning when the report is closed or hidden.
-    void bringUp(QWidget* owner = nullptr);
-
 protected:
     void closeEvent(QCloseEvent* event) override;
-    void showEvent(QShowEvent* event) override;
-    void hideEvent(QHideEvent* event) override;
+    void setShown(bool shown) override;
 
 private Q_SLOTS:
     // The operator picked an entry of cbCompensation.
@@ -86,8 +82,6 @@ private:
     QFrame* m_page = nullptr;
     QScrollBar* m_scroll = nullptr;
     QComboBox* m_compensation = nullptr;
-    QEventLoop* m_modalWait = nullptr;
-    bool m_loaded = false;
 };
 
 } // namespace quenby
