@@ -34,6 +34,13 @@ namespace quenby {
 namespace {
 // The knee boxes have fixed texts and no language keys.
 constexpr std::array<const char*, 3> KneeTypeTexts = {"IEEE30", "IEEE45", "ANSI/IEC10/50"};
+// Out of reach in this version (its menu entry is hidden), but kept: brings
+// up the ZBL report as it stands.
+void mnZBLBR_Click()
+{
+    frmZBLBasicReport::instance().bringUp(&frmMain::instance());
+}
+
 // Plugs every window into the language loader. A fill routine touches its
 // window and so makes it: this is how the windows come to exist at start.
 void installWindows()
@@ -182,6 +189,7 @@ frmMain::frmMain()
     connectCommand("mnKVXIEEE45", &mnKVXIEEE45_Click);
     connectCommand("mnKVXANSIIEC1050", &mnKVXANSIIEC1050_Click);
     connectCommand("mnZBLFiles", &mnZBLFiles_Click);
+    connectCommand("mnZBLBR", &mnZBLBR_Click);
     connectCommand("mnDataFilesPath", &mnDataFilesPath_Click);
     connectCommand("mnuAnglais", &mnuAnglais_Click);
     connectCommand("mnuFrancais", &mnuFrancais_Click);
