@@ -53,6 +53,8 @@ void reportCommand(const char* standard)
 {
     call(kvxRoadHooks().reloadReport);
     appState().KneeStandard = QString::fromLatin1(standard);
+    // These kept commands set the busy flag and never clear it; they are out
+    // of reach in this version, and that is left as it is.
     appState().ProcessInProgress = True16;
     showProgress(true);
     ParseKvxHeaderFields();

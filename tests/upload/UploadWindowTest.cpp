@@ -7,6 +7,7 @@
 #include "shell/model/Platform.h"
 #include "shell/ui/QuenbyApplication.h"
 #include "tests/support/TestFiles.h"
+#include "tests/support/WindowChecks.h"
 #include "upload/ui/frmUploadDevice.h"
 
 #include <QComboBox>
@@ -27,17 +28,6 @@ using namespace quenby::testing;
 namespace {
 
 constexpr auto Routine = "FillTextsUploadDevice";
-
-// Every name exists exactly once in the window, and is of the kind given.
-template <typename Kind> void requireControls(const QWidget& window, const QStringList& names)
-{
-    for (const QString& name : names) {
-        const QList<QObject*> found = window.findChildren<QObject*>(name);
-        QVERIFY2(found.size() == 1,
-                 qPrintable(name + " found " + QString::number(found.size()) + " times"));
-        QVERIFY2(qobject_cast<Kind*>(found.first()), qPrintable(name + " is of the wrong kind"));
-    }
-}
 
 } // namespace
 

@@ -11,6 +11,7 @@
 #include "shell/ui/QuenbyApplication.h"
 #include "tests/support/ScriptedServices.h"
 #include "tests/support/TestFiles.h"
+#include "tests/support/WindowChecks.h"
 #include "zbl/model/VGraph.h"
 #include "zbl/model/ZblBasicReportView.h"
 #include "zbl/ui/frmPrintVGraph.h"
@@ -85,32 +86,6 @@ QString shownText(const QWidget& window, const WindowTextEntry& entry)
         return axis ? axis->titleText() : QStringLiteral("<no x axis>");
     }
     return controlText(window, QString::fromLatin1(entry.control));
-}
-
-// Every name exists exactly once in the window, and is of the kind given.
-template <typename Kind> void requireControls(const QWidget& window, const QStringList& names)
-{
-    for (const QString& name : names) {
-        const QList<QObject*> found = window.findChildren<QObject*>(name);
-        QVERIFY2(found.size() == 1, qPrintable(window.objectName() + ": " + name + " found " +
-                                               QString::number(found.size()) + " times"));
-        QVERIFY2(qobject_cast<Kind*>(found.first()),
-                 qPrintable(window.objectName() + ": " + name + " is of the wrong kind"));
-    }
-}
-
-// Elements 0 to count - 1 of each array, and none behind them.
-template <typename Kind>
-void requireArrays(const QWidget& window, const QStringList& arrays, int count)
-{
-    for (const QString& array : arrays) {
-        QStringList names;
-        for (int i = 0; i < count; ++i)
-            names << QStringLiteral("%1(%2)").arg(array).arg(i);
-        requireControls<Kind>(window, names);
-        const QString behind = QStringLiteral("%1(%2)").arg(array).arg(count);
-        QVERIFY2(!window.findChild<QObject*>(behind), qPrintable(behind + " should not exist"));
-    }
 }
 
 QAction* entry(const QWidget& window, const QString& name)
