@@ -1,5 +1,7 @@
 #include "shell/model/Services.h"
 
+#include <QElapsedTimer>
+
 #include <cstdio>
 #include <cstdlib>
 
@@ -15,13 +17,33 @@ public:
         std::exit(exitCode);
     }
 };
+class SystemClock final : public ClockService
+{
+public:
+    SystemClock() { m_started.start(); }
+    QDateTime now() override { return QDateTime::currentDateTime(); }
+    Int32 milliseconds() override
+    {
+        // Milliseconds since the program started, wrapping at 32 bits.
+        return static_cast<Int32>(static_cast<std::uint32_t>(m_started.elapsed()));
+    }
+
+private:
+    QElapsedTimer m_started;
+};
 } // namespace
 
 Services& services()
 {
     static ExitProgramControl exitControl;
-    static Services s{nullptr, nullptr, nullptr, &exitControl};
+    static Services s{nullptr, nullptr, nullptr, &exitControl, nullptr};
     return s;
+}
+
+ClockService& clock()
+{
+    static SystemClock system;
+    return services().clock ? *services().clock : system;
 }
 
 MsgAnswer showMessage(const QString& text, MsgButtons buttons, MsgIcon icon, const QString& title)

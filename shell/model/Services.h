@@ -3,6 +3,9 @@
 // ones, so every road of the system runs without a screen.
 #pragma once
 
+#include "shell/model/Checked.h"
+
+#include <QDateTime>
 #include <QString>
 
 namespace quenby {
@@ -63,12 +66,23 @@ public:
     virtual void endProgram(int exitCode) = 0;
 };
 
+// The clock: the local date and time for stamps, and a millisecond counter
+// for delays. The counter wraps like a 32-bit system tick count.
+class ClockService
+{
+public:
+    virtual ~ClockService() = default;
+    virtual QDateTime now() = 0;
+    virtual Int32 milliseconds() = 0;
+};
+
 struct Services
 {
     MessageService* messages = nullptr;
     FolderDialogService* folders = nullptr;
     FileDialogService* files = nullptr;
     ProgramControl* program = nullptr;
+    ClockService* clock = nullptr;
 };
 
 // The services in use. The program ending is plain process exit until the
@@ -78,6 +92,9 @@ Services& services();
 // Shows a message through the message service.
 MsgAnswer showMessage(const QString& text, MsgButtons buttons = MsgButtons::Ok,
                       MsgIcon icon = MsgIcon::None, const QString& title = {});
+
+// The clock in use: the system's own unless a test puts another in.
+ClockService& clock();
 
 // Ends the program through the program service.
 [[noreturn]] void endProgram(int exitCode);

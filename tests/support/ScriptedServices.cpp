@@ -34,8 +34,20 @@ QString ScriptedFiles::getOpenFileName(const OpenFileRequest& request)
     return a;
 }
 
+QDateTime ScriptedClock::now()
+{
+    ++reads;
+    if (times.empty())
+        return QDateTime(QDate(2014, 3, 9), QTime(14, 5, 7));
+    QDateTime t = times.front();
+    if (times.size() > 1)
+        times.pop_front();
+    return t;
+}
+
 ScriptedServices::ScriptedServices() : m_saved(services())
 {
+    services().clock = &clock;
     services().messages = &messages;
     services().folders = &folders;
     services().files = &files;

@@ -67,6 +67,19 @@ public:
     void endProgram(int exitCode) override { throw ProgramEnded(exitCode); }
 };
 
+// A clock that tells the times it is given: each read of now() takes the
+// next of `times`, the last one staying once the queue is down to it; the
+// millisecond counter moves only when a test moves it.
+class ScriptedClock final : public ClockService
+{
+public:
+    QDateTime now() override;
+    Int32 milliseconds() override { return ms; }
+    std::deque<QDateTime> times;
+    int reads = 0;
+    Int32 ms = 0;
+};
+
 // Puts the scripted services in for the lifetime of the scope.
 class ScriptedServices
 {
@@ -80,6 +93,7 @@ public:
     ScriptedFolders folders;
     ScriptedFiles files;
     ScriptedProgram program;
+    ScriptedClock clock;
 
 private:
     Services m_saved;

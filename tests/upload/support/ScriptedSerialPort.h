@@ -1,0 +1,115 @@
+// A scripted serial port for tests: it records what the link sets and
+// writes, opens or refuses by port number, and delivers the bytes a test
+// hands it through the receive event, as a real port does between ticks.
+#pragma once
+
+#include "upload/model/PortDiscovery.h"
+#include "upload/model/SerialPortDevice.h"
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+
+#include <deque>
+#include <functional>
+#include <memory>
+#include <set>
+#include <vector>
+
+namespace quenby::testing {
+
+// What every scripted port shares: the ports that refuse to open, the log of
+// all calls, the writes, and the port objects made so far.
+struct ScriptedPortBench
+{
+    std::set<int> refusedPorts;    // setPortOpen(true) raises for these numbers
+    bool writesFail = false;       // Output raises
+    QStringList calls;             // "CommPort=3", "Settings=115200,n,8,1", "PortOpen=true", "Output=48 50 c9 c9"...
+    std::vector<QByteArray> writes; // each Output call, in order
+    int portsMade = 0;
+    // Answers the instrument gives to a write: called with each write and
+    // the port number; what it returns is delivered at the next deliver().
+    std::function<QByteArray(const QByteArray&, int)> responder;
+    // Bytes waiting in the port's own buffer before the receive event reads
+    // them; InBufferCount reports their count.
+    QByteArray pending;
+    int openPort = 0; // the number open now, 0 if none
+};
+
+class ScriptedSerialPort final : public SerialPortDevice
+{
+public:
+    explicit ScriptedSerialPort(ScriptedPortBench& bench) : m_bench(bench) {}
+
+    Int16 CommPort() const override { return m_number; }
+    void setCommPort(Int16 number) override;
+    void setSettings(const QString& settings) override;
+    void setInputMode(Int16 mode) override;
+    void setInputLen(Int16 length) override;
+    void setRThreshold(Int16 threshold) override;
+    void setRTSEnable(bool enable) override;
+    bool PortOpen() const override { return m_open; }
+    void setPortOpen(bool open) override;
+    Int16 InBufferCount() const override;
+    QByteArray Input() override;
+    void Output(const QByteArray& bytes) override;
+    Int16 CommEvent() const override { return m_event; }
+
+    // Delivers `bytes` through the receive event (event kind `event`).
+    void receive(const QByteArray& bytes, Int16 event = comEvReceive);
+
+private:
+    ScriptedPortBench& m_bench;
+    Int16 m_number = 1;
+    bool m_open = false;
+    Int16 m_event = 0;
+    QByteArray m_input;
+};
+
+// Installs a factory that makes scripted ports on `bench`, and keeps the
+// latest port reachable; restores the default factory when it goes.
+class ScriptedPorts
+{
+public:
+    ScriptedPorts();
+    ~ScriptedPorts();
+    ScriptedPorts(const ScriptedPorts&) = delete;
+    ScriptedPorts& operator=(const ScriptedPorts&) = delete;
+
+    ScriptedPortBench bench;
+    // The port object made last (the link's current one), or nullptr.
+    ScriptedSerialPort* current() const { return m_current; }
+    // Delivers to the current port what the responder answered to the writes
+    // since the last delivery, plus `extra`; answers the bytes delivered.
+    QByteArray deliver(const QByteArray& extra = {});
+
+private:
+    ScriptedSerialPort* m_current = nullptr;
+    std::size_t m_answered = 0;
+};
+
+// A port list that tells the entities it is given.
+class ScriptedPortList final : public PortListService
+{
+public:
+    ScriptedPortList();
+    ~ScriptedPortList() override;
+    std::vector<PnpEntity> entities() override
+    {
+        ++listings;
+        if (failure)
+            failure();
+        return devices;
+    }
+    PortNaming naming() const override { return portNaming; }
+
+    std::vector<PnpEntity> devices;
+    PortNaming portNaming = PortNaming::ComCaption;
+    std::function<void()> failure; // raise here to make the listing fail
+    int listings = 0;
+
+    // "USB Serial Port (COM<n>)", error code 0.
+    static PnpEntity com(int number, const QString& description = QStringLiteral("USB Serial Port"));
+};
+
+} // namespace quenby::testing

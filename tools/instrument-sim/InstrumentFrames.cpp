@@ -1,0 +1,1 @@
+#include "tools/instrument-sim/InstrumentFrames.h"

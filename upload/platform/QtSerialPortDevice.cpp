@@ -1,0 +1,1 @@
+#include "upload/platform/QtSerialPortDevice.h"
