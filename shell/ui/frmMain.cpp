@@ -14,6 +14,7 @@
 #include "shell/ui/frmAbout.h"
 #include "shell/ui/frmGeneralSetting.h"
 #include "shell/ui/frmProcessProgress.h"
+#include "upload/model/UploadDeviceForm.h"
 #include "upload/ui/frmUploadDevice.h"
 #include "zbl/model/ZblBasicReportView.h"
 #include "zbl/ui/frmPrintZBLBasicReport.h"
@@ -66,7 +67,16 @@ void installWindows()
         frmZBLVGraph::instance().FillTextsZblVGraph();
     };
     hooks.fillers[QStringLiteral("FillTextsMain")] = [] { frmMain::instance().FillTextsMain(); };
-    hooks.loadUploadDevice = [] { frmUploadDevice::instance(); };
+    // Loading the upload window runs its start: the timer begins the port
+    // search at once, as the window's load has always done, shown or not.
+    hooks.loadUploadDevice = [] {
+        frmUploadDevice& upload = frmUploadDevice::instance();
+        if (!uploadDeviceForm().loaded)
+            upload.Form_Load();
+    };
+    uploadFormHooks().bringUp = [] {
+        frmUploadDevice::instance().bringUp(&frmMain::instance());
+    };
     installGeneralSettingWindow();
 
     // The busy window, centred on the main one, and the status bar.
@@ -191,6 +201,7 @@ frmMain::frmMain()
     connectCommand("mnZBLFiles", &mnZBLFiles_Click);
     connectCommand("mnZBLBR", &mnZBLBR_Click);
     connectCommand("mnDataFilesPath", &mnDataFilesPath_Click);
+    connectCommand("mnUploadPcDevice", &mnUploadPcDevice_Click);
     connectCommand("mnuAnglais", &mnuAnglais_Click);
     connectCommand("mnuFrancais", &mnuFrancais_Click);
     connectCommand("mnuPolish", &mnuPolish_Click);

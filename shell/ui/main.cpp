@@ -2,11 +2,13 @@
 #include "shell/ui/QtServices.h"
 #include "shell/ui/QuenbyApplication.h"
 #include "shell/ui/frmMain.h"
+#include "upload/platform/QtSerialPortDevice.h"
 
 int main(int argc, char** argv)
 {
     quenby::QuenbyApplication app(argc, argv);
     quenby::installQtServices();
+    quenby::installSerialServices();
     try {
         quenby::startMainWindow();
     } catch (const quenby::RuntimeError& error) {

@@ -1,6 +1,8 @@
 // The upload window, offscreen: one instance that only hides, every control
 // under its name with the texts of the window's design, a timer that waits
-// for the upload to start, and the texts of the language.
+// for the upload to start, the texts of the language, and the window as a
+// mirror of its model: the controls follow the model, the events go to it,
+// and its own timer drives the upload loop.
 #include "localisation/model/WindowTextKeys.h"
 #include "localisation/ui/WindowTexts.h"
 #include "shell/model/AppState.h"
@@ -8,6 +10,11 @@
 #include "shell/ui/QuenbyApplication.h"
 #include "tests/support/TestFiles.h"
 #include "tests/support/WindowChecks.h"
+#include "tests/upload/support/ScriptedSerialPort.h"
+#include "tools/instrument-sim/InstrumentFrames.h"
+#include "upload/model/UploadDeviceForm.h"
+#include "upload/model/UploadGlobals.h"
+#include "upload/model/mdStateMachine.h"
 #include "upload/ui/frmUploadDevice.h"
 
 #include <QComboBox>
@@ -181,6 +188,126 @@ private Q_SLOTS:
         }
         // The timer is the upload's business, not the fill's.
         QVERIFY(!w.tmrStateMachine()->isActive());
+    }
+
+    void controlsFollowTheModel()
+    {
+        frmUploadDevice& w = frmUploadDevice::instance();
+        resetUploadDeviceForm();
+        UploadDeviceForm& f = uploadDeviceForm();
+        f.lbPrintMessage = "message";
+        f.lbDeviceSerial = "KVX0042";
+        f.lbFilestransfert = "1/3";
+        f.lbTransfertPurcent = "33%";
+        f.statusPanel1 = "device";
+        f.statusPanel2 = "Port: 4";
+        f.frDeviceVisible = true;
+        f.cmdGetFilesEnabled = false;
+        f.cmdStopEnabled = true;
+        f.lbSuccesVisible = false;
+        f.pbTransfertFilesMax = 3;
+        f.pbTransfertFilesValue = 1;
+        f.cbComItems = QStringList{"COM3", "COM7"};
+        f.cbComListIndex = 0;
+        w.mirrorModel();
+        QCOMPARE(controlText(w, "lbPrintMessage"), QString("message"));
+        QCOMPARE(controlText(w, "lbDeviceSerial"), QString("KVX0042"));
+        QCOMPARE(controlText(w, "lbFilestransfert"), QString("1/3"));
+        QCOMPARE(controlText(w, "lbTransfertPurcent"), QString("33%"));
+        QCOMPARE(w.statusPanel(1)->text(), QString("device"));
+        QCOMPARE(w.statusPanel(2)->text(), QString("Port: 4"));
+        QVERIFY(!w.findChild<QPushButton*>("cmdGetFiles")->isEnabled());
+        QVERIFY(w.findChild<QPushButton*>("cmdStop")->isEnabled());
+        QVERIFY(w.findChild<QLabel*>("lbSucces")->isHidden());
+        QVERIFY(!w.findChild<QGroupBox*>("frDevice")->isHidden());
+        auto* bar = w.findChild<QProgressBar*>("pbTransfertFiles");
+        QCOMPARE(bar->maximum(), 3);
+        QCOMPARE(bar->value(), 1);
+        auto* ports = w.findChild<QComboBox*>("cbCom");
+        QCOMPARE(ports->count(), 2);
+        QCOMPARE(ports->currentText(), QString("COM3"));
+        // The design timer stays still until the model enables it.
+        QVERIFY(!w.tmrStateMachine()->isActive());
+        resetUploadDeviceForm();
+        w.mirrorModel();
+    }
+
+    void buttonsAndScanGoToTheModel()
+    {
+        UploadRig rig;
+        frmUploadDevice& w = frmUploadDevice::instance();
+        resetUploadDeviceForm();
+        UploadDevice_Form_Load();
+        // The loop runs from the load; the test ticks by hand.
+        w.tmrStateMachine()->stop();
+        uploadDeviceForm().timerEnabled = false;
+        uploadDeviceForm().cmdGetFilesEnabled = true;
+        w.mirrorModel();
+
+        w.findChild<QPushButton*>("cmdGetFiles")->click();
+        QCOMPARE(uploadGlobals().UploadState, upstate::AskFileCount);
+        QVERIFY(!w.findChild<QPushButton*>("cmdGetFiles")->isEnabled());
+        QVERIFY(w.findChild<QPushButton*>("cmdStop")->isEnabled());
+
+        w.findChild<QPushButton*>("cmdStop")->click();
+        QVERIFY(uploadGlobals().StopRequested != False16);
+        QVERIFY(w.findChild<QPushButton*>("cmdGetFiles")->isEnabled());
+        QVERIFY(!w.findChild<QPushButton*>("cmdStop")->isEnabled());
+
+        uploadGlobals().DeviceConnected = True16;
+        w.findChild<QAction*>("mnscan")->trigger();
+        QVERIFY(uploadGlobals().DeviceConnected == False16);
+        QCOMPARE(uploadGlobals().UploadState, upstate::TryPort);
+        QVERIFY(w.findChild<QGroupBox*>("frDevice")->isHidden());
+        QVERIFY(!w.findChild<QPushButton*>("cmdGetFiles")->isEnabled());
+        QCOMPARE(controlText(w, "lbPrintMessage"), QString());
+        UploadDevice_Form_QueryUnload();
+        UploadDevice_Form_Unload();
+    }
+
+    void theWindowsTimerDrivesTheLoopAndClosingUnloads()
+    {
+        UploadRig rig;
+        // A ZBL on COM3 that answers at once.
+        sim::Instrument zbl;
+        zbl.kind = sim::DeviceKind::Zbl;
+        zbl.zblSerialBytes = {4, 0, 1, 2, 3, 4, 5};
+        rig.portList.devices = {ScriptedPortList::com(3)};
+        rig.ports.bench.responder = [&zbl](const QByteArray& command, int) {
+            return sim::replyTo(zbl, command);
+        };
+        // What the instrument answered is delivered between ticks, as the
+        // port's receive event would.
+        QTimer line;
+        connect(&line, &QTimer::timeout, this, [&rig] { rig.ports.deliver(); });
+        line.start(10);
+
+        frmUploadDevice& w = frmUploadDevice::instance();
+        resetUploadDeviceForm();
+        w.Form_Load();
+        QVERIFY(w.tmrStateMachine()->isActive());
+        QCOMPARE(w.tmrStateMachine()->interval(), 100);
+        QVERIFY(!w.isVisible()); // loading does not show it
+
+        // Found, serial read, waiting for Get Files: the device frame shows.
+        QTRY_COMPARE_WITH_TIMEOUT(uploadGlobals().UploadState, upstate::Idle, 20000);
+        QCOMPARE(uploadGlobals().DeviceType, QString("ZBL"));
+        QVERIFY(!w.findChild<QGroupBox*>("frDevice")->isHidden());
+        QVERIFY(w.findChild<QPushButton*>("cmdGetFiles")->isEnabled());
+        QCOMPARE(w.statusPanel(2)->text(), QString("Port: 3"));
+        QCOMPARE(w.findChild<QComboBox*>("cbCom")->currentText(), QString("COM3"));
+        QCOMPARE(controlText(w, "lbDeviceSerial"), uploadGlobals().DeviceSerialText);
+        QVERIFY(w.tmrStateMachine()->isActive());
+
+        // Closing unloads: the timer stops, the port closes, and the next
+        // load starts from the design state.
+        w.show();
+        QVERIFY(w.close());
+        QVERIFY(!w.tmrStateMachine()->isActive());
+        QVERIFY(!uploadDeviceForm().loaded);
+        QCOMPARE(rig.ports.bench.openPort, 0);
+        QCOMPARE(controlText(w, "lbDeviceSerial"), QString("?????"));
+        line.stop();
     }
 
     void emptyLanguageShowsTheKeys()

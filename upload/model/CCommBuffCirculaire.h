@@ -41,6 +41,11 @@ public:
     Int32 lastCount() const { return m_lastCount; }
 
 private:
+    // Element `index`, or the bounds failure outside 0 to UpperBound.
+    unsigned char& element(Int32 index);
+    // `count` bytes from `index` on, stepping it.
+    QByteArray readFrom(Int32& index, Int32 count);
+
     std::array<unsigned char, UpperBound + 1> m_data{};
     Int32 m_put = 0;
     Int32 m_get = 0;

@@ -70,7 +70,8 @@ UploadGlobals& uploadGlobals();
 CSerialCom& serialCom();
 CCommBuffCirculaire& commBuffer();
 
-// Tests: every variable back to its first value, fresh serial objects.
+// Tests: every variable back to its first value, fresh serial objects; the
+// protocol's slot table, device records and payload store zeroed too.
 void resetUploadGlobals();
 
 } // namespace quenby

@@ -65,18 +65,21 @@ float ReadDeviceFloat(const unsigned char* record, int size, int offset);
 // A text field: low bytes two apart from `firstLow` to `lastLow`, ending at a
 // low byte of 0, each low byte a character of the ANSI code page.
 QString ReadDeviceText(const QByteArray& bytes, qsizetype firstLow, qsizetype lastLow);
+// The tap of a ZBL channel A: the same walk, but the whole code
+// high x 256 + low, not the low byte, becomes the character.
+QString ReadDeviceTextWholeCode(const QByteArray& bytes, qsizetype firstLow, qsizetype lastLow);
 // A wide text field: `chars` characters of high x 256 + low from `first`,
 // ending at a low byte of 0; code 937 becomes "O".
 QString ReadDeviceWideText(const QByteArray& bytes, qsizetype first, int chars);
 
 // Module store.
-inline constexpr int KvxSlotCount = 11;
+inline constexpr int KvxDeviceSlotCount = 11;
 inline constexpr int KvxSlotSize = 1751; // byte positions, 942 used
 inline constexpr int KvxSlotUsed = 942;
 inline constexpr int PayloadStoreSize = 20001;
-using KvxSlotTable = std::array<std::array<unsigned char, KvxSlotSize>, KvxSlotCount>;
+using KvxSlotTable = std::array<std::array<unsigned char, KvxSlotSize>, KvxDeviceSlotCount>;
 KvxSlotTable& kvxSlotTable();
-std::array<KvxDeviceRecord, KvxSlotCount>& kvxDeviceRecords();
+std::array<KvxDeviceRecord, KvxDeviceSlotCount>& kvxDeviceRecords();
 std::array<unsigned char, PayloadStoreSize>& payloadStore();
 
 // Thin wrappers over the store and the port.

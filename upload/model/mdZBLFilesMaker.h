@@ -15,4 +15,12 @@ QString ZblMonthName(int month);
 // The file maker's own copy of the name filter, the same set of characters.
 QString ZblCleanFileName(const QString& text);
 
+// The folder an upload's ZBL test files go to: the "ZBL" data root of the
+// settings store, then ZBL, Files and the upload's stamp, with a separator at
+// the end.
+QString ZblUploadFolder();
+// The second filter over a whole file name: each of * / \ < > : ? " | becomes
+// a blank.
+QString ZblBlankFileNameCharacters(const QString& name);
+
 } // namespace quenby

@@ -1,7 +1,10 @@
 #include "upload/ui/frmUploadDevice.h"
 
 #include "localisation/ui/WindowTexts.h"
+#include "shell/model/RuntimeError.h"
+#include "upload/model/UploadDeviceForm.h"
 
+#include <QCloseEvent>
 #include <QComboBox>
 #include <QGridLayout>
 #include <QGroupBox>
@@ -49,6 +52,11 @@ frmUploadDevice::frmUploadDevice()
     auto* scan = new QAction(QStringLiteral("Scan Device"), this);
     scan->setObjectName(QStringLiteral("mnscan"));
     menuBar()->addAction(scan);
+    connect(scan, &QAction::triggered, this, [this] {
+        CommandScope scope(QStringLiteral("mnscan_Click"));
+        mnscan_Click();
+        mirrorModel();
+    });
 
     auto* central = new QWidget(this);
     auto* lines = new QVBoxLayout(central);
@@ -62,6 +70,7 @@ frmUploadDevice::frmUploadDevice()
     // A drop-down list: it shows its design text only while nothing is picked.
     ports->setPlaceholderText(QStringLiteral("Combo1"));
     portLine->addWidget(ports);
+    m_cbCom = ports;
     lines->addWidget(portFrame);
 
     auto* device = new QGroupBox(QStringLiteral("Device Connected"), central);
@@ -73,10 +82,26 @@ frmUploadDevice::frmUploadDevice()
     bold.setBold(true);
     serial->setFont(bold);
     grid->addWidget(serial, 0, 0, 1, 4);
-    grid->addWidget(makeButton(device, "cmdGetFiles", "Get Files"), 1, 0, 1, 2);
-    grid->addWidget(makeButton(device, "cmdStop", "Stop"), 1, 2, 1, 2);
-    grid->addWidget(makeLabel(device, "lbFilestransfert", "----/----"), 2, 0, 1, 2);
+    m_frDevice = device;
+    m_lbDeviceSerial = serial;
+    m_cmdGetFiles = makeButton(device, "cmdGetFiles", "Get Files");
+    m_cmdStop = makeButton(device, "cmdStop", "Stop");
+    grid->addWidget(m_cmdGetFiles, 1, 0, 1, 2);
+    grid->addWidget(m_cmdStop, 1, 2, 1, 2);
+    connect(m_cmdGetFiles, &QPushButton::clicked, this, [this] {
+        CommandScope scope(QStringLiteral("cmdGetFiles_Click"));
+        cmdGetFiles_Click();
+        mirrorModel();
+    });
+    connect(m_cmdStop, &QPushButton::clicked, this, [this] {
+        CommandScope scope(QStringLiteral("cmdStop_Click"));
+        cmdStop_Click();
+        mirrorModel();
+    });
+    m_lbFilestransfert = makeLabel(device, "lbFilestransfert", "----/----");
+    grid->addWidget(m_lbFilestransfert, 2, 0, 1, 2);
     QLabel* percent = makeLabel(device, "lbTransfertPurcent", "0%");
+    m_lbTransfertPurcent = percent;
     percent->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     grid->addWidget(percent, 2, 2, 1, 2);
     auto* progress = new QProgressBar(device);
@@ -84,10 +109,13 @@ frmUploadDevice::frmUploadDevice()
     progress->setTextVisible(false);
     progress->setValue(0);
     grid->addWidget(progress, 3, 0, 1, 4);
+    m_pbTransfertFiles = progress;
+    m_lbSucces = makeLabel(device, "lbSucces", "-------");
+    m_lbFail = makeLabel(device, "lbFail", "-------");
     grid->addWidget(makeLabel(device, "lbtxtsucces", "Succes:"), 4, 0);
-    grid->addWidget(makeLabel(device, "lbSucces", "-------"), 4, 1);
+    grid->addWidget(m_lbSucces, 4, 1);
     grid->addWidget(makeLabel(device, "lbtxtfail", "Retry:"), 4, 2);
-    grid->addWidget(makeLabel(device, "lbFail", "-------"), 4, 3);
+    grid->addWidget(m_lbFail, 4, 3);
     grid->setColumnStretch(1, 1);
     grid->setColumnStretch(3, 1);
     lines->addWidget(device);
@@ -102,6 +130,7 @@ frmUploadDevice::frmUploadDevice()
     message->setWordWrap(true);
     message->setMinimumHeight(40);
     lines->addWidget(message);
+    m_lbPrintMessage = message;
     lines->addStretch(1);
     setCentralWidget(central);
 
@@ -119,8 +148,92 @@ frmUploadDevice::frmUploadDevice()
     m_timer = new QTimer(this);
     m_timer->setObjectName(QStringLiteral("tmrStateMachine"));
     m_timer->setInterval(TickMilliseconds);
+    connect(m_timer, &QTimer::timeout, this, &frmUploadDevice::tick);
 
     resize(380, 400);
+
+    UploadFormHooks& hooks = uploadFormHooks();
+    hooks.fillTexts = [this] { FillTextsUploadDevice(); };
+    hooks.mirror = [this] { mirrorModel(); };
+    hooks.hideWindow = [this] { hide(); };
+}
+
+void frmUploadDevice::Form_Load()
+{
+    if (!uploadDeviceForm().loaded)
+        UploadDevice_Form_Load();
+    mirrorModel();
+}
+
+void frmUploadDevice::tick()
+{
+    // The timer stands still for the length of a tick: a slow step, the
+    // port drain or the closing message box never starts a second one.
+    m_timer->stop();
+    CommandScope scope(QStringLiteral("tmrStateMachine_Timer"));
+    tmrStateMachine_Timer();
+    mirrorModel();
+}
+
+void frmUploadDevice::mirrorModel()
+{
+    const UploadDeviceForm& f = uploadDeviceForm();
+    m_loaded = f.loaded;
+    m_lbPrintMessage->setText(f.lbPrintMessage);
+    m_lbDeviceSerial->setText(f.lbDeviceSerial);
+    m_lbFilestransfert->setText(f.lbFilestransfert);
+    m_lbTransfertPurcent->setText(f.lbTransfertPurcent);
+    m_lbSucces->setText(f.lbSucces);
+    m_lbFail->setText(f.lbFail);
+    m_panel1->setText(f.statusPanel1);
+    m_panel2->setText(f.statusPanel2);
+
+    m_frDevice->setVisible(f.frDeviceVisible);
+    m_cmdGetFiles->setEnabled(f.cmdGetFilesEnabled);
+    m_cmdStop->setEnabled(f.cmdStopEnabled);
+    m_lbTransfertPurcent->setVisible(f.lbTransfertPurcentVisible);
+    m_lbFilestransfert->setVisible(f.lbFilestransfertVisible);
+    m_pbTransfertFiles->setVisible(f.pbTransfertFilesVisible);
+    m_lbSucces->setVisible(f.lbSuccesVisible);
+    m_lbFail->setVisible(f.lbFailVisible);
+    m_pbTransfertFiles->setMaximum(f.pbTransfertFilesMax);
+    m_pbTransfertFiles->setValue(f.pbTransfertFilesValue);
+
+    QStringList shown;
+    for (int i = 0; i < m_cbCom->count(); ++i)
+        shown << m_cbCom->itemText(i);
+    if (shown != f.cbComItems) {
+        m_cbCom->clear();
+        m_cbCom->addItems(f.cbComItems);
+    }
+    if (m_cbCom->currentIndex() != f.cbComListIndex)
+        m_cbCom->setCurrentIndex(f.cbComListIndex);
+
+    // Interval 0 is the model's way of holding the timer during a tick.
+    if (f.timerEnabled && f.timerInterval > 0) {
+        if (!m_timer->isActive())
+            m_timer->start(f.timerInterval);
+    } else {
+        m_timer->stop();
+    }
+}
+
+void frmUploadDevice::setShown(bool shown)
+{
+    uploadDeviceForm().shown = shown;
+}
+
+void frmUploadDevice::closeEvent(QCloseEvent* event)
+{
+    // Closing unloads the window: the timer stops and the port closes; the
+    // next opening loads it afresh.
+    {
+        CommandScope scope(QStringLiteral("Form_QueryUnload"));
+        UploadDevice_Form_QueryUnload();
+        UploadDevice_Form_Unload();
+    }
+    mirrorModel();
+    QMainWindow::closeEvent(event);
 }
 
 QLabel* frmUploadDevice::statusPanel(int panel) const
@@ -131,6 +244,8 @@ QLabel* frmUploadDevice::statusPanel(int panel) const
 void frmUploadDevice::FillTextsUploadDevice()
 {
     fillWindowTexts(*this, QStringLiteral("FillTextsUploadDevice"));
+    // The message line is the model's text too; the next display starts from it.
+    uploadDeviceForm().lbPrintMessage = m_lbPrintMessage->text();
 }
 
 } // namespace quenby

@@ -6,14 +6,20 @@
 // the machine's messages, and its status bar the device and port states.
 #pragma once
 
-#include <QMainWindow>
+#include "shell/ui/ReportWindow.h"
 
+class QComboBox;
+class QGroupBox;
 class QLabel;
+class QProgressBar;
+class QPushButton;
 class QTimer;
 
 namespace quenby {
 
-class frmUploadDevice final : public QMainWindow
+// The window holds no rule of its own: its controls mirror the upload
+// window's model (upload/model/UploadDeviceForm.h) and its events go there.
+class frmUploadDevice final : public ReportWindow
 {
     Q_OBJECT
 
@@ -26,14 +32,35 @@ public:
 
     void FillTextsUploadDevice();
 
+    // Load: StartProcess, once for each load of the window.
+    void Form_Load() override;
+    // Shows the model's state in the controls and starts or stops the timer.
+    void mirrorModel();
+
     QTimer* tmrStateMachine() const { return m_timer; }
     // Panel 1 (device state) or 2 (port state) of the status bar.
     QLabel* statusPanel(int panel) const;
 
+protected:
+    void setShown(bool shown) override;
+    void closeEvent(QCloseEvent* event) override;
+
 private:
     frmUploadDevice();
+    void tick();
 
     QTimer* m_timer = nullptr;
+    QLabel* m_lbPrintMessage = nullptr;
+    QLabel* m_lbDeviceSerial = nullptr;
+    QLabel* m_lbFilestransfert = nullptr;
+    QLabel* m_lbTransfertPurcent = nullptr;
+    QLabel* m_lbSucces = nullptr;
+    QLabel* m_lbFail = nullptr;
+    QGroupBox* m_frDevice = nullptr;
+    QPushButton* m_cmdGetFiles = nullptr;
+    QPushButton* m_cmdStop = nullptr;
+    QProgressBar* m_pbTransfertFiles = nullptr;
+    QComboBox* m_cbCom = nullptr;
     QLabel* m_panel1 = nullptr;
     QLabel* m_panel2 = nullptr;
 };

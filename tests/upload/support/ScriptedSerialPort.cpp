@@ -1,6 +1,19 @@
 #include "tests/upload/support/ScriptedSerialPort.h"
 
+#include "shell/model/AppState.h"
+#include "shell/model/DataFolders.h"
+#include "shell/model/Platform.h"
 #include "shell/model/RuntimeError.h"
+#include "shell/model/YieldHook.h"
+#include "tests/support/TestFiles.h"
+#include "upload/model/UploadDeviceForm.h"
+#include "upload/model/UploadGlobals.h"
+#include "upload/model/mdStateMachine.h"
+
+#include <QDir>
+
+#include <map>
+#include <stdexcept>
 
 namespace quenby::testing {
 
@@ -133,6 +146,159 @@ PnpEntity ScriptedPortList::com(int number, const QString& description)
     PnpEntity e;
     e.caption = QStringLiteral("%1 (COM%2)").arg(description).arg(number);
     return e;
+}
+
+QByteArray ScriptedPorts::deliverPending()
+{
+    if (bench.pending.isEmpty() || !m_current || !m_current->PortOpen())
+        return {};
+    const QByteArray bytes = bench.pending;
+    bench.pending.clear();
+    m_current->receive(bytes);
+    return bytes;
+}
+
+std::function<QByteArray(const QByteArray&, int)> commandResponder(CommandAnswer answer)
+{
+    auto gathered = std::make_shared<QByteArray>();
+    return [gathered, answer](const QByteArray& write, int port) {
+        *gathered += write;
+        QByteArray replies;
+        while (gathered->size() >= 3) {
+            const auto code = static_cast<unsigned char>(gathered->at(2));
+            const qsizetype length = (code == 211 || code == 212) ? 5 : 4;
+            if (gathered->size() < length)
+                break;
+            replies += answer(gathered->left(length), port);
+            gathered->remove(0, length);
+        }
+        return replies;
+    };
+}
+
+namespace {
+
+// The rig's language: a text of its own for each key, so that a test can tell
+// every message from the others.
+const std::map<QString, QString>& rigTexts()
+{
+    static const std::map<QString, QString> texts = {
+        {"frmUploadDevice.lbPrintMessage.TryToConnect", "Looking for a device"},
+        {"frmUploadDevice.lbPrintMessage.DeviceFound", "Device found"},
+        {"frmUploadDevice.lbPrintMessage.DeviceSerialNumber", "Reading its serial"},
+        {"frmUploadDevice.lbPrintMessage.GetNumberOfFiles", "Counting the files"},
+        {"frmUploadDevice.lbPrintMessage.FileOnDevice", "files stored"},
+        {"frmUploadDevice.lbPrintMessage.Connect", "Linked to"},
+        {"frmUploadDevice.lbPrintMessage.FilesUploadSucces", "All files read from"},
+        {"frmUploadDevice.lbPrintMessage.StopByUser", "Stopped talking to"},
+        {"frmUploadDevice.lbPrintMessage.Ready", "Ready for"},
+        {"frmUploadDevice.lbPrintMessage.UploadInProgress", "Reading files"},
+        {"frmUploadDevice.lbDeviceStatus.Caption", "Offline"},
+        {"frmUploadDevice.lbDeviceStatus.Connect", "Online"},
+        {"frmUploadDevice.lbDeviceStatus.Ready", "Idle"},
+        {"frmUploadDevice.msgBox.EndMessage1", "Files received:"},
+        {"frmUploadDevice.msgBox.EndMessage2", "out of"},
+        {"frmUploadDevice.msgBox.ErrorCorruption", "Some files were skipped."},
+        {"frmUploadDevice.msgBox.", "Check the cable and try again."},
+        {"DeviceType.KVX", "(KVX set)"},
+        {"DeviceType.ZBL", "(ZBL meter)"},
+    };
+    return texts;
+}
+
+constexpr auto AdviceKey = "frmUploadDevice.msgBox.";
+
+} // namespace
+
+UploadRig::UploadRig()
+{
+    if (!m_programDir.isValid() || !m_dataDir.isValid() || !m_storeDir.isValid())
+        throw std::runtime_error("no temporary folder");
+    resetUploadGlobals();
+    resetUploadDeviceForm();
+    uploadFormHooks() = UploadFormHooks{};
+
+    setAppPathOverride(m_programDir.path());
+    writeLanguage(true);
+
+    m_store = std::make_unique<QtSettingsStore>(m_storeDir.path());
+    setSettingsStore(m_store.get());
+    const QString root = toPlatformPath(m_dataDir.path());
+    m_store->SaveSetting(SettingsAppData, SectionUserFileTransfert, QStringLiteral("KVX"), root);
+    m_store->SaveSetting(SettingsAppData, SectionUserFileTransfert, QStringLiteral("ZBL"), root);
+    // The data folders exist, as the start-up check leaves them.
+    QDir(m_dataDir.path()).mkpath(QStringLiteral("KVX/Files"));
+    QDir(m_dataDir.path()).mkpath(QStringLiteral("ZBL/Files"));
+
+    setYieldHook([this] {
+        if (++yields > yieldLimit)
+            throw std::runtime_error("the yield loop does not end");
+        ports.deliverPending();
+        if (onYield)
+            onYield();
+    });
+}
+
+UploadRig::~UploadRig()
+{
+    // The serial objects go first: their port belongs to this rig's bench.
+    resetUploadGlobals();
+    resetUploadDeviceForm();
+    uploadFormHooks() = UploadFormHooks{};
+    setYieldHook({});
+    setSettingsStore(nullptr);
+    appState().LangFilePath.clear();
+    setAppPathOverride({});
+}
+
+QString UploadRig::text(const QString& key)
+{
+    const auto it = rigTexts().find(key);
+    return it == rigTexts().end() ? key : it->second;
+}
+
+void UploadRig::writeLanguage(bool withAdvice)
+{
+    QStringList lines;
+    for (const auto& [key, value] : rigTexts())
+        if (withAdvice || key != QLatin1String(AdviceKey))
+            lines << key + QStringLiteral(", ") + value;
+    const QString file = toPlatformPath(m_programDir.filePath(QStringLiteral("rig.lng")));
+    writeBytes(file, crlfLines(lines));
+    appState().LangFilePath = file;
+}
+
+QString UploadRig::dataRoot() const
+{
+    return toPlatformPath(m_dataDir.path());
+}
+
+QString UploadRig::kvxUploadFolder(const QString& stamp) const
+{
+    return dataRoot() + pathSep() + QStringLiteral("KVX") + pathSep() + QStringLiteral("Files") +
+           pathSep() + stamp;
+}
+
+QString UploadRig::zblUploadFolder(const QString& stamp) const
+{
+    return dataRoot() + pathSep() + QStringLiteral("ZBL") + pathSep() + QStringLiteral("Files") +
+           pathSep() + stamp;
+}
+
+void UploadRig::tick()
+{
+    tmrStateMachine_Timer();
+    ports.deliver();
+}
+
+int UploadRig::ticksUntil(Int16 state, int limit)
+{
+    for (int ticks = 1; ticks <= limit; ++ticks) {
+        tick();
+        if (uploadGlobals().UploadState == state)
+            return ticks;
+    }
+    return -1;
 }
 
 } // namespace quenby::testing

@@ -3,12 +3,15 @@
 // hands it through the receive event, as a real port does between ticks.
 #pragma once
 
+#include "shell/model/SettingsStore.h"
+#include "tests/support/ScriptedServices.h"
 #include "upload/model/PortDiscovery.h"
 #include "upload/model/SerialPortDevice.h"
 
 #include <QByteArray>
 #include <QString>
 #include <QStringList>
+#include <QTemporaryDir>
 
 #include <deque>
 #include <functional>
@@ -77,11 +80,16 @@ public:
     ScriptedPorts& operator=(const ScriptedPorts&) = delete;
 
     ScriptedPortBench bench;
-    // The port object made last (the link's current one), or nullptr.
+    // The port object made last (the link's current one), or nullptr. Valid
+    // only while the link keeps it: after resetUploadGlobals() it is gone.
     ScriptedSerialPort* current() const { return m_current; }
     // Delivers to the current port what the responder answered to the writes
     // since the last delivery, plus `extra`; answers the bytes delivered.
     QByteArray deliver(const QByteArray& extra = {});
+    // Hands bench.pending to the current port's receive event, as the message
+    // queue does while the link drains the port; answers the bytes handed
+    // over. Nothing moves while no port is open.
+    QByteArray deliverPending();
 
 private:
     ScriptedSerialPort* m_current = nullptr;
@@ -110,6 +118,61 @@ public:
 
     // "USB Serial Port (COM<n>)", error code 0.
     static PnpEntity com(int number, const QString& description = QStringLiteral("USB Serial Port"));
+};
+
+// A responder for bench.responder that gathers the writes into commands and
+// answers each whole one: "H", "P", code, code, or five bytes for the file
+// requests (codes 211 and 212), which the link writes one byte at a time.
+using CommandAnswer = std::function<QByteArray(const QByteArray& command, int port)>;
+std::function<QByteArray(const QByteArray&, int)> commandResponder(CommandAnswer answer);
+
+// Everything around the upload model for a test: scripted services, ports
+// and port list, a language file with a text of its own for every upload
+// message, data roots in a temporary folder named by a temporary settings
+// store, a yield hook that hands waiting bytes to the port, and the upload's
+// variables and window model at their first values. Leaving puts it all back.
+class UploadRig
+{
+public:
+    UploadRig();
+    ~UploadRig();
+    UploadRig(const UploadRig&) = delete;
+    UploadRig& operator=(const UploadRig&) = delete;
+
+    ScriptedServices scripted;
+    ScriptedPorts ports;
+    ScriptedPortList portList;
+
+    // The text the rig's language file gives `key` (the key itself if none).
+    static QString text(const QString& key);
+    // Rewrites the language file; without `withAdvice` the key
+    // "frmUploadDevice.msgBox." is left out.
+    void writeLanguage(bool withAdvice);
+
+    // The root that the settings store names for both instruments, and the
+    // folder of an upload with the stamp `stamp`.
+    QString dataRoot() const;
+    QString kvxUploadFolder(const QString& stamp) const;
+    QString zblUploadFolder(const QString& stamp) const;
+
+    // One tick of the window's timer, then what the instrument answered to
+    // the writes of the tick.
+    void tick();
+    // Ticks until UploadState is `state`: the ticks taken, or -1 when `limit`
+    // ticks pass first.
+    int ticksUntil(Int16 state, int limit = 5000);
+
+    // Passes of the yield hook so far; a runaway loop fails after yieldLimit.
+    int yields = 0;
+    int yieldLimit = 100000;
+    // Runs on each pass of the yield hook, after the waiting bytes moved.
+    std::function<void()> onYield;
+
+private:
+    QTemporaryDir m_programDir;
+    QTemporaryDir m_dataDir;
+    QTemporaryDir m_storeDir;
+    std::unique_ptr<QtSettingsStore> m_store;
 };
 
 } // namespace quenby::testing
