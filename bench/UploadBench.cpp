@@ -9,6 +9,7 @@
 //
 // Without arguments it uploads samples/kvx-instrument.sim (an 11-test file
 // and a 2-test file) and samples/zbl-instrument.sim (100 readings and 4).
+#include "shell/model/AppState.h"
 #include "shell/model/SettingsStore.h"
 #include "tools/instrument-sim/InstrumentFrames.h"
 #include "tools/instrument-sim/ScenarioReader.h"
@@ -157,6 +158,8 @@ int main(int argc, char** argv)
     store.SaveSetting("Quenby", "UserFileTransfert", "KVX", data.path());
     store.SaveSetting("Quenby", "UserFileTransfert", "ZBL", data.path());
     installSerialServices();
+    // The loop's messages come from the language file.
+    appState().LangFilePath = QStringLiteral(QUENBY_LANG_DIR "/en.lng");
 
     for (const QString& scenario : scenarios) {
         const sim::Instrument instrument = sim::readScenarioFile(scenario);
