@@ -13,6 +13,7 @@
 #include "shell/model/SettingsStore.h"
 #include "shell/model/YieldHook.h"
 #include "tests/support/TestFiles.h"
+#include "tests/upload/support/CrlfLines.h"
 #include "tools/instrument-sim/InstrumentFrames.h"
 #include "upload/model/DeviceRecords.h"
 #include "upload/model/ModText.h"
@@ -345,23 +346,7 @@ protected:
 
     QString filePath(const QString& name) const { return folder() + u'/' + name; }
 
-    // The file's lines; each must end in CR LF.
-    static QStringList linesOf(const QString& path)
-    {
-        const QByteArray bytes = readBytes(path);
-        EXPECT_TRUE(bytes.endsWith("\r\n"));
-        QStringList lines;
-        // Every line ends in CR LF: split at LF, and the piece behind the
-        // last one is empty.
-        QList<QByteArray> pieces = bytes.split('\n');
-        EXPECT_TRUE(pieces.last().isEmpty());
-        pieces.removeLast();
-        for (const QByteArray& line : pieces) {
-            EXPECT_TRUE(line.endsWith('\r'));
-            lines << QString::fromLatin1(line.chopped(1));
-        }
-        return lines;
-    }
+    static QStringList linesOf(const QString& path) { return crlfLinesOf(path); }
 
     // The row of test n (from 1) in a file with the sample's header.
     static QString rowOf(const QStringList& lines, int n) { return lines.value(29 + n); }

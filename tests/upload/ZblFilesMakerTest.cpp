@@ -11,6 +11,7 @@
 #include "shell/model/SettingsStore.h"
 #include "shell/model/YieldHook.h"
 #include "tests/support/TestFiles.h"
+#include "tests/upload/support/CrlfLines.h"
 #include "tools/instrument-sim/InstrumentFrames.h"
 #include "upload/model/UploadGlobals.h"
 #include "upload/model/mdKvxZblCom.h"
@@ -202,22 +203,7 @@ protected:
     QString folder() const { return dataRoot.path() + QStringLiteral("/ZBL/Files/") + Stamp; }
     QString filePath(const QString& name) const { return folder() + u'/' + name; }
 
-    static QStringList linesOf(const QString& path)
-    {
-        const QByteArray bytes = readBytes(path);
-        EXPECT_TRUE(bytes.endsWith("\r\n"));
-        QStringList lines;
-        // Every line ends in CR LF: split at LF, and the piece behind the
-        // last one is empty.
-        QList<QByteArray> pieces = bytes.split('\n');
-        EXPECT_TRUE(pieces.last().isEmpty());
-        pieces.removeLast();
-        for (const QByteArray& line : pieces) {
-            EXPECT_TRUE(line.endsWith('\r'));
-            lines << QString::fromLatin1(line.chopped(1));
-        }
-        return lines;
-    }
+    static QStringList linesOf(const QString& path) { return crlfLinesOf(path); }
 
     // The rows of a one-file upload of `readings` with the sample header.
     QStringList rowsFor(const std::vector<sim::ZblReading>& readings)
