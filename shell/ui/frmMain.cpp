@@ -69,11 +69,7 @@ void installWindows()
     hooks.fillers[QStringLiteral("FillTextsMain")] = [] { frmMain::instance().FillTextsMain(); };
     // Loading the upload window runs its start: the timer begins the port
     // search at once, as the window's load has always done, shown or not.
-    hooks.loadUploadDevice = [] {
-        frmUploadDevice& upload = frmUploadDevice::instance();
-        if (!uploadDeviceForm().loaded)
-            upload.Form_Load();
-    };
+    hooks.loadUploadDevice = [] { frmUploadDevice::instance().Form_Load(); };
     uploadFormHooks().bringUp = [] {
         frmUploadDevice::instance().bringUp(&frmMain::instance());
     };

@@ -1,5 +1,7 @@
 #include "upload/model/mdZBLFilesMaker.h"
 
+#include "upload/model/mdKVXFilesMaker.h"
+
 #include "shell/model/CFile.h"
 #include "shell/model/Dynamic.h"
 #include "shell/model/NumberText.h"
@@ -153,10 +155,8 @@ QString ZblMonthName(int month)
 
 QString ZblCleanFileName(const QString& text)
 {
-    QString out = text;
-    for (const QChar c : QStringLiteral("<>*?|/\\:$&%"))
-        out.replace(c, u'_');
-    return out;
+    // The ZBL maker's own copy holds the same set of characters.
+    return CleanFileName(text);
 }
 
 } // namespace quenby
