@@ -2,8 +2,13 @@
 // the platform services, the KVX, ZBL and upload sessions. The application
 // owns them for the whole run; model code reaches the one in force through
 // its accessor (appState(), kvxSession(), uploadSession(), ...), which is
-// SessionSlot<S>::current(). A test makes fresh ones with OwnedSession<S>
-// instead of resetting globals by hand.
+// Slot<S>::current(). A test makes fresh ones with OwnedSession<S> instead of
+// resetting globals by hand.
+//
+// Windows register with their models the same way: a model declares the view
+// interface it asks of its window, the application installs the window behind
+// it, and a test installs a scripted one. Asking a view that nobody installed
+// is an error, never silence.
 #pragma once
 
 #include <stdexcept>
@@ -15,17 +20,17 @@ namespace quenby {
 template <class S>
 class Installed;
 
-// Where the session of type S in force is found. Asking when none is
+// Where the object of type S in force is found. Asking when none is
 // installed is a fault of the program (or of a test that forgot to make one),
 // never silently a fresh object.
 template <class S>
-class SessionSlot
+class Slot
 {
 public:
     static S& current()
     {
         if (!s_current)
-            throw std::logic_error(std::string("no session installed: ") + typeid(S).name());
+            throw std::logic_error(std::string("nothing installed for ") + typeid(S).name());
         return *s_current;
     }
     static bool installed() { return s_current != nullptr; }
@@ -42,11 +47,11 @@ class Installed
 {
 public:
     explicit Installed(S& session)
-        : m_previous(SessionSlot<S>::s_current)
+        : m_previous(Slot<S>::s_current)
     {
-        SessionSlot<S>::s_current = &session;
+        Slot<S>::s_current = &session;
     }
-    ~Installed() { SessionSlot<S>::s_current = m_previous; }
+    ~Installed() { Slot<S>::s_current = m_previous; }
     Installed(const Installed&) = delete;
     Installed& operator=(const Installed&) = delete;
 
