@@ -65,14 +65,6 @@ void setCell(std::vector<double>& row, int column, double value)
 
 // ---- The graph --------------------------------------------------------------
 
-double PlotArray::at(int row, int column) const
-{
-    const std::vector<double>* r = row == 0 ? &x : row == 1 ? &y : nullptr;
-    if (r == nullptr || column < 0 || column >= static_cast<int>(r->size()))
-        outOfRange("PlotArray");
-    return (*r)[static_cast<std::size_t>(column)];
-}
-
 KneeGraph::KneeGraph()
 {
     for (int n = 1; n <= PlotCount; ++n)

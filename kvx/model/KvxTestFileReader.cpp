@@ -1,5 +1,7 @@
 #include "kvx/model/KvxTestFileReader.h"
 
+#include "shell/model/TextRules.h"
+
 #include "kvx/model/KvxCondensedReportModel.h"
 #include "localisation/model/LanguageLookup.h"
 #include "shell/model/AppState.h"
@@ -31,18 +33,6 @@ QString midText(const QString& text, qsizetype start)
     if (start > text.size())
         return {};
     return text.mid(start - 1);
-}
-
-// Blanks only: a tab inside a header or a row is text.
-QString trimBlanks(const QString& text)
-{
-    qsizetype first = 0;
-    qsizetype last = text.size();
-    while (first < last && text[first] == u' ')
-        ++first;
-    while (last > first && text[last - 1] == u' ')
-        --last;
-    return text.mid(first, last - first);
 }
 
 Int16 readLine(SequentialFiles& files, Int16 fileNo, QString& line, Int16 lineNo)

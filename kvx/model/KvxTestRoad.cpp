@@ -5,10 +5,11 @@
 #include "kvx/model/KvxReportView.h"
 #include "kvx/model/KvxTestFileReader.h"
 #include "kvx/model/KvxTestRecord.h"
+#include "localisation/model/LanguageLookup.h"
 #include "localisation/model/Vocabulary.h"
 #include "shell/model/AppState.h"
 #include "shell/model/DataFolders.h"
-#include "shell/model/MainWindowModel.h"
+#include "shell/model/MainWindowState.h"
 #include "shell/model/YieldHook.h"
 
 namespace quenby {

@@ -3,8 +3,7 @@
 #include "kvx/model/KneeGraph.h"
 #include "kvx/model/KvxCondensedReportModel.h"
 #include "kvx/model/KvxReportView.h"
-#include "kvx/model/TemperatureCompensation.h"
-#include "kvx/ui/frmCompensedResistanceSetting.h"
+#include "kvx/model/KvxCompensation.h"
 #include "shell/model/ProgressAbout.h"
 #include "shell/model/RuntimeError.h"
 
@@ -660,18 +659,13 @@ void frmKVXCondensedReport::connectEvents()
 void frmKVXCondensedReport::installHooks()
 {
     // The busy window, the status bar and the logo belong to other windows;
-    // the shell plugs those in. The compensation dialog is made with the
-    // report, so that its hooks are in place before the first pick.
+    // the application plugs those in.
     KvxReportHooks& hooks = kvxReportHooks();
     hooks.hideReport = [this] { hide(); };
     hooks.showReport = [this] { show(); };
     hooks.bringUpReport = [this] { bringUp(); };
     hooks.mirrorReport = [this] { mirrorModel(); };
-    frmCompensedResistanceSetting::instance();
     hooks.hideCompensationDialog = [] { compensationDialog().hideDialog(); };
-    // The compensation writes the compensated column, the temperature and
-    // the compensation box into the report model.
-    compensationHooks().kvxReportChanged = [this] { mirrorModel(); };
 }
 
 void frmKVXCondensedReport::Form_Load()

@@ -18,7 +18,7 @@
 #include "kvx/ui/KvxKneeChart.h"
 #include "localisation/ui/WindowTexts.h"
 
-#include "shell/ui/ReportWindow.h"
+#include "report/ui/ReportWindow.h"
 
 #include <QMainWindow>
 

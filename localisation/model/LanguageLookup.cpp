@@ -1,8 +1,11 @@
 #include "localisation/model/LanguageLookup.h"
 
+#include "shell/model/TextRules.h"
+
 #include "shell/model/AppState.h"
 #include "shell/model/CommonDialog.h"
 #include "shell/model/FileSystem.h"
+#include "shell/model/MainWindowState.h"
 #include "shell/model/Platform.h"
 #include "shell/model/RuntimeError.h"
 #include "shell/model/SequentialFiles.h"
@@ -11,20 +14,12 @@
 
 namespace quenby {
 
-namespace {
-
-// Blanks only, as the platform's trim does: tabs stay, so that a key or a line
-// keeps them until TrimSpacesAndTabs sees them.
-QString trimBlanks(const QString& text)
+void setStatusText(const QString& key)
 {
-    qsizetype first = 0;
-    qsizetype last = text.size();
-    while (first < last && text.at(first) == u' ')
-        ++first;
-    while (last > first && text.at(last - 1) == u' ')
-        --last;
-    return text.mid(first, last - first);
+    mainWindowState().statusText = GetLanguageText(key);
 }
+
+namespace {
 
 // The name of a file behind its last separator, whichever separator the path
 // was built with.

@@ -47,6 +47,9 @@ struct LanguageHooks
 };
 LanguageHooks& languageHooks();
 
+// Puts the language text of `key` on the main window's status bar.
+void setStatusText(const QString& key);
+
 // The fill routines in the order the loader calls them.
 const QStringList& languageFillOrder();
 

@@ -3,7 +3,7 @@
 #include "localisation/model/LanguageLookup.h"
 #include "localisation/ui/WindowTexts.h"
 #include "shell/model/DataFolders.h"
-#include "shell/ui/frmMain.h"
+#include "shell/ui/MainWindowOwner.h"
 
 #include <QGridLayout>
 #include <QLabel>
@@ -17,7 +17,7 @@ frmGeneralSetting& frmGeneralSetting::instance()
     return *window;
 }
 
-frmGeneralSetting::frmGeneralSetting() : QDialog(&frmMain::instance())
+frmGeneralSetting::frmGeneralSetting() : QDialog(&mainWindow())
 {
     // Every control shows its own name until the language fills it.
     setObjectName(QStringLiteral("frmGeneralSetting"));
@@ -116,7 +116,7 @@ void installGeneralSettingWindow()
     hooks.FillTextsGeneralSetting = [] { frmGeneralSetting::instance().FillTextsGeneralSetting(); };
     hooks.bringUp = [] { frmGeneralSetting::instance().bringUp(); };
     hooks.hide = [] { frmGeneralSetting::instance().hide(); };
-    hooks.mainWindow = &frmMain::instance();
+    hooks.mainWindow = &mainWindow();
 }
 
 } // namespace quenby

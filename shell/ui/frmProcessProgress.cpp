@@ -2,7 +2,7 @@
 
 #include "localisation/ui/WindowTexts.h"
 #include "shell/model/ProgressAbout.h"
-#include "shell/ui/frmMain.h"
+#include "shell/ui/MainWindowOwner.h"
 
 #include <QFrame>
 #include <QLabel>
@@ -93,7 +93,7 @@ void frmProcessProgress::SetPositionForm()
     // its overflow for a main window far to the right or below. Frame
     // geometry, because a window's left, top, width and height include its
     // border and title bar, and move() places that frame.
-    const QWidget& main = frmMain::instance();
+    const QWidget& main = mainWindow();
     const QScreen* screen = main.screen();
     const double dpiX = screen->logicalDotsPerInchX();
     const double dpiY = screen->logicalDotsPerInchY();

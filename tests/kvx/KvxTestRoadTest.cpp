@@ -7,7 +7,7 @@
 #include "kvx/model/KvxTestRecord.h"
 #include "shell/model/AppState.h"
 #include "shell/model/DataFolders.h"
-#include "shell/model/MainWindowModel.h"
+#include "shell/model/MainWindowState.h"
 #include "shell/model/SequentialFiles.h"
 #include "tests/kvx/KvxTestSupport.h"
 #include "tests/support/ScriptedServices.h"

@@ -2,7 +2,7 @@
 // scan, the rule and its failures, the dialog's fills and buttons, the road
 // from the KVX report's compensation box, and whole compensated columns of
 // both reports, one of them from a sample file read by the real reader.
-#include "kvx/model/TemperatureCompensation.h"
+#include "report/model/TemperatureCompensation.h"
 #include "kvx/model/KvxCondensedReportModel.h"
 #include "kvx/model/KvxReportView.h"
 #include "kvx/model/KvxTestFileReader.h"

@@ -1,6 +1,6 @@
 // The program's windows together, offscreen: the start on a new machine, the
 // windows made by the language load, and the language commands.
-#include "kvx/ui/frmCompensedResistanceSetting.h"
+#include "report/ui/frmCompensedResistanceSetting.h"
 #include "kvx/ui/frmKVXCondensedReport.h"
 #include "localisation/model/LanguageLookup.h"
 #include "shell/model/AppState.h"
@@ -8,10 +8,10 @@
 #include "shell/model/DataFolders.h"
 #include "shell/model/Platform.h"
 #include "shell/model/SettingsStore.h"
-#include "shell/ui/QuenbyApplication.h"
+#include "app/QuenbyApplication.h"
 #include "shell/ui/frmAbout.h"
 #include "shell/ui/frmGeneralSetting.h"
-#include "shell/ui/frmMain.h"
+#include "app/frmMain.h"
 #include "shell/ui/frmProcessProgress.h"
 #include "tests/support/ScriptedServices.h"
 #include "tests/support/TestFiles.h"

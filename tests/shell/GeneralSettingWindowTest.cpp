@@ -8,9 +8,9 @@
 #include "shell/model/Platform.h"
 #include "shell/model/SequentialFiles.h"
 #include "shell/model/SettingsStore.h"
-#include "shell/ui/QuenbyApplication.h"
+#include "app/QuenbyApplication.h"
 #include "shell/ui/frmGeneralSetting.h"
-#include "shell/ui/frmMain.h"
+#include "app/frmMain.h"
 #include "tests/support/ScriptedServices.h"
 #include "tests/support/TestFiles.h"
 

@@ -4,9 +4,9 @@
 #include "shell/model/ProgressAbout.h"
 #include "shell/model/RuntimeError.h"
 #include "shell/ui/AppIcon.h"
-#include "shell/ui/QuenbyApplication.h"
+#include "app/QuenbyApplication.h"
 #include "shell/ui/frmAbout.h"
-#include "shell/ui/frmMain.h"
+#include "app/frmMain.h"
 #include "shell/ui/frmProcessProgress.h"
 #include "tests/support/TestFiles.h"
 

@@ -4,7 +4,7 @@
 #include "shell/model/AppState.h"
 #include "shell/model/CommonDialog.h"
 #include "shell/model/FatalError.h"
-#include "shell/model/MainWindowModel.h"
+#include "app/model/StartUp.h"
 #include "shell/model/Platform.h"
 #include "shell/model/SettingsStore.h"
 #include "tests/support/ScriptedServices.h"

@@ -7,7 +7,7 @@
 #include "localisation/ui/WindowTexts.h"
 #include "shell/model/AppState.h"
 #include "shell/model/Platform.h"
-#include "shell/ui/QuenbyApplication.h"
+#include "app/QuenbyApplication.h"
 #include "tests/support/TestFiles.h"
 #include "tests/support/WindowChecks.h"
 #include "tests/upload/support/ScriptedSerialPort.h"

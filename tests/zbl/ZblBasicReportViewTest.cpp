@@ -3,9 +3,9 @@
 // over the sample files with a scripted open dialog.
 #include "zbl/model/ZblBasicReportView.h"
 
-#include "kvx/model/TemperatureCompensation.h"
+#include "report/model/TemperatureCompensation.h"
 #include "shell/model/AppState.h"
-#include "shell/model/MainWindowModel.h"
+#include "shell/model/MainWindowState.h"
 #include "shell/model/Platform.h"
 #include "shell/model/SequentialFiles.h"
 #include "tests/support/ScriptedServices.h"

@@ -1,14 +1,14 @@
 // The ZBL report windows, offscreen: each is one instance that only hides,
 // holds every control of its page under the control's name, keeps its unused
 // menu entries out of sight, and takes its texts from the language.
-#include "kvx/model/TemperatureCompensation.h"
-#include "kvx/ui/frmCompensedResistanceSetting.h"
+#include "report/model/TemperatureCompensation.h"
+#include "report/ui/frmCompensedResistanceSetting.h"
 #include "localisation/model/WindowTextKeys.h"
 #include "localisation/ui/WindowTexts.h"
 #include "shell/model/AppState.h"
 #include "shell/model/NumberText.h"
 #include "shell/model/Platform.h"
-#include "shell/ui/QuenbyApplication.h"
+#include "app/QuenbyApplication.h"
 #include "tests/support/ScriptedServices.h"
 #include "tests/support/TestFiles.h"
 #include "tests/support/WindowChecks.h"

@@ -6,7 +6,7 @@
 // the machine's messages, and its status bar the device and port states.
 #pragma once
 
-#include "shell/ui/ReportWindow.h"
+#include "report/ui/ReportWindow.h"
 
 class QComboBox;
 class QGroupBox;

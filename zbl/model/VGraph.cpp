@@ -1,6 +1,6 @@
 #include "zbl/model/VGraph.h"
 
-#include "kvx/model/TemperatureCompensation.h"
+#include "report/model/TemperatureCompensation.h"
 #include "shell/model/NumberText.h"
 #include "shell/model/RuntimeError.h"
 #include "shell/model/YieldHook.h"

@@ -12,7 +12,7 @@
 // mirror zblVGraph(); every value they show is computed here.
 #pragma once
 
-#include "kvx/model/KneeGraph.h"
+#include "report/model/GraphTypes.h"
 #include "shell/model/Checked.h"
 #include "shell/model/Dynamic.h"
 

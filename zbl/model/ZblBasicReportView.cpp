@@ -1,6 +1,6 @@
 #include "zbl/model/ZblBasicReportView.h"
 
-#include "kvx/model/TemperatureCompensation.h"
+#include "zbl/model/ZblCompensation.h"
 #include "localisation/model/LanguageLookup.h"
 #include "shell/model/AppState.h"
 #include "shell/model/DataFolders.h"

@@ -1,5 +1,7 @@
 #include "zbl/model/ZblTestFileReader.h"
 
+#include "shell/model/TextRules.h"
+
 #include "shell/model/AppState.h"
 #include "shell/model/NumberText.h"
 #include "shell/model/RuntimeError.h"
@@ -21,18 +23,6 @@ const QString Compensed = QStringLiteral("---"); // a compensated cell with no v
 // Header values start at the fifteenth character, behind the 14-character
 // labels.
 constexpr qsizetype HeaderValueStart = 15;
-
-// Blanks only: a tab inside a header or a row is text.
-QString trimBlanks(const QString& text)
-{
-    qsizetype first = 0;
-    qsizetype last = text.size();
-    while (first < last && text[first] == u' ')
-        ++first;
-    while (last > first && text[last - 1] == u' ')
-        --last;
-    return text.mid(first, last - first);
-}
 
 std::size_t slot(int i)
 {

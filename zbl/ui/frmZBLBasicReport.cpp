@@ -1,6 +1,6 @@
 #include "zbl/ui/frmZBLBasicReport.h"
 
-#include "kvx/model/TemperatureCompensation.h"
+#include "zbl/model/ZblCompensation.h"
 #include "localisation/ui/WindowTexts.h"
 #include "shell/model/RuntimeError.h"
 #include "zbl/model/VGraph.h"
@@ -200,9 +200,6 @@ void frmZBLBasicReport::installHooks()
     hooks.mirrorReport = [this] { mirrorModel(); };
     hooks.bringUpReport = [this] { bringUp(); };
     hooks.hideReport = [this] { hide(); };
-    // The compensation writes the compensated columns, the temperature and
-    // the compensation box into the report model.
-    compensationHooks().zblReportChanged = [this] { mirrorModel(); };
 }
 
 void frmZBLBasicReport::Form_Load()

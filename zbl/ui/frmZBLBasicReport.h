@@ -14,7 +14,7 @@
 
 #include "zbl/ui/ZblPageParts.h"
 
-#include "shell/ui/ReportWindow.h"
+#include "report/ui/ReportWindow.h"
 
 #include <QMainWindow>
 

@@ -4,11 +4,11 @@
 // an operator would end it.
 #include "kvx/model/KvxCondensedReportModel.h"
 #include "kvx/model/KvxTestRecord.h"
-#include "kvx/model/TemperatureCompensation.h"
-#include "kvx/ui/frmCompensedResistanceSetting.h"
+#include "report/model/TemperatureCompensation.h"
+#include "report/ui/frmCompensedResistanceSetting.h"
 #include "shell/model/AppState.h"
 #include "shell/model/Platform.h"
-#include "shell/ui/QuenbyApplication.h"
+#include "app/QuenbyApplication.h"
 #include "tests/support/TestFiles.h"
 #include "zbl/model/ZblBasicReportModel.h"
 

@@ -7,7 +7,7 @@
 #include "kvx/model/KvxReportView.h"
 #include "kvx/model/KvxTestFileReader.h"
 #include "kvx/model/KvxTestRecord.h"
-#include "kvx/ui/frmCompensedResistanceSetting.h"
+#include "report/ui/frmCompensedResistanceSetting.h"
 #include "kvx/ui/frmKVXCondensedReport.h"
 #include "localisation/model/WindowTextKeys.h"
 #include "localisation/ui/WindowTexts.h"
@@ -16,7 +16,7 @@
 #include "shell/model/Platform.h"
 #include "shell/model/ProgressAbout.h"
 #include "shell/model/SequentialFiles.h"
-#include "shell/ui/QuenbyApplication.h"
+#include "app/QuenbyApplication.h"
 #include "tests/support/TestFiles.h"
 #include "tests/support/WindowChecks.h"
 

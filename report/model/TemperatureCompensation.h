@@ -11,35 +11,61 @@
 // the TK of the last fill, the title and whether the dialog is up, with the
 // operations of its buttons and the fills of the reports' compensated
 // columns. Whatever needs a screen (the modal show, the language texts, the
-// mirroring of a changed model) goes through compensationHooks(), which the
-// windows set, so that all of this runs without a screen.
+// mirroring of a changed model) goes through the dialog's view, and what it
+// needs of the two reports through their CompensationReport, so that all of
+// this runs without a screen and without this folder knowing either report.
 #pragma once
 
 #include <QString>
-
-#include <functional>
+#include <QStringList>
 
 namespace quenby {
 
-// What the windows plug in. An empty hook is skipped.
-struct CompensationHooks
+// What the dialog asks of its window.
+class CompensationDialogView
 {
+public:
+    virtual ~CompensationDialogView() = default;
     // Shows the dialog modally over the window in front; returns once the
-    // dialog is hidden again. Without it the dialog only counts as shown.
-    std::function<void()> showDialogModal;
+    // dialog is hidden again.
+    virtual void showDialogModal() = 0;
     // Gives the focus to the dialog, which is already up.
-    std::function<void()> bringDialogToFront;
-    std::function<void()> hideDialog;
+    virtual void bringDialogToFront() = 0;
+    virtual void hideDialog() = 0;
     // Puts the language texts on the dialog's controls, its title included.
-    std::function<void()> fillDialogTexts;
+    virtual void fillDialogTexts() = 0;
     // The dialog's model changed (its texts or title): mirror it.
-    std::function<void()> dialogChanged;
-    // A report's model changed (compensated cells, temperature field,
-    // compensated temperature, compensation box): mirror it.
-    std::function<void()> kvxReportChanged;
-    std::function<void()> zblReportChanged;
+    virtual void dialogChanged() = 0;
 };
-CompensationHooks& compensationHooks();
+
+// What the dialog asks of a report it serves: its temperature field, the
+// compensated temperature, its compensation box, whether it is up, the fill
+// of its compensated column(s), and the mirror of its window. Each report
+// implements it in its own folder; the application installs both.
+class CompensationReport
+{
+public:
+    virtual ~CompensationReport() = default;
+    virtual QString& txtTemperature() = 0;
+    virtual QString& lbTexteCompensedTemp1() = 0;
+    virtual QStringList& cbCompensationItems() = 0;
+    virtual QString& cbCompensationText() = 0;
+    virtual bool reportShown() const = 0;
+    // FillKVXBasicReportConpensedResistance or FillZBLBasicReportConpensedResistance.
+    virtual void fillCompensedColumns() = 0;
+    // The report's model changed (compensated cells, temperature field,
+    // compensated temperature, compensation box): its window mirrors it.
+    virtual void mirrorReport() = 0;
+};
+// The two reports, each in a slot of its own.
+class KvxCompensationReport : public CompensationReport
+{
+};
+class ZblCompensationReport : public CompensationReport
+{
+};
+KvxCompensationReport& kvxCompensationReport();
+ZblCompensationReport& zblCompensationReport();
 
 // The unit part of a value's text ("1.234 mohm" gives "mohm"): from the first
 // character that is none of "0" to "9", "." and "," to the end, trimmed of
@@ -63,6 +89,8 @@ public:
     // Load TM and TK from the KVX, or the ZBL, report.
     void FillValueKVX();
     void FillValueZBL();
+    // Both report boxes emptied and mirrored.
+    void clearReportBoxes();
 
     // The compensated text of one value for the report of `instrument`
     // ("KVX" or "ZBL"), "" for a value without a leading number. Rewrites
@@ -87,18 +115,6 @@ public:
 
 // The one compensation dialog of the run.
 CompensationDialogModel& compensationDialog();
-
-// The KVX report's compensated column, rows 1 to the last reference number
-// of the test record, from its winding resistance column.
-void FillKVXBasicReportConpensedResistance();
-// Both compensated columns of the ZBL report, rows 0 to 121, hidden ones
-// included: B from lbResB, then A from lbResA, row by row.
-void FillZBLBasicReportConpensedResistance();
-
-// The reports' compensation box picked: the report window writes the pick
-// (text and list index) into its model first, calls this, and mirrors the
-// model once it returns. The dialog's OK or Cancel runs inside the modal show.
-void KvxReport_cbCompensation_Click();
-void ZblReport_cbCompensation_Click();
+CompensationDialogView& compensationDialogView();
 
 } // namespace quenby

@@ -1,4 +1,4 @@
-#include "shell/ui/QuenbyApplication.h"
+#include "app/QuenbyApplication.h"
 
 #include "shell/model/FatalError.h"
 

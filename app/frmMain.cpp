@@ -1,14 +1,14 @@
-#include "shell/ui/frmMain.h"
+#include "app/frmMain.h"
 
 #include "kvx/model/KvxReportView.h"
 #include "kvx/model/KvxTestRoad.h"
-#include "kvx/ui/frmCompensedResistanceSetting.h"
+#include "report/ui/frmCompensedResistanceSetting.h"
 #include "kvx/ui/frmKVXCondensedReport.h"
 #include "localisation/model/LanguageLookup.h"
 #include "shell/model/DataFolders.h"
 #include "shell/model/FileSystem.h"
 #include "shell/model/MainMenu.h"
-#include "shell/model/MainWindowModel.h"
+#include "app/model/StartUp.h"
 #include "shell/model/RuntimeError.h"
 #include "shell/model/Services.h"
 #include "shell/ui/frmAbout.h"
@@ -44,7 +44,7 @@ void mnZBLBR_Click()
 
 // Plugs every window into the language loader. A fill routine touches its
 // window and so makes it: this is how the windows come to exist at start.
-void installWindows()
+void installWindows(frmMain& main)
 {
     LanguageHooks& hooks = languageHooks();
     hooks.fillers[QStringLiteral("FillTextsCompensedResistance")] = [] {
@@ -74,6 +74,7 @@ void installWindows()
         frmUploadDevice::instance().bringUp(&frmMain::instance());
     };
     installGeneralSettingWindow();
+    main.installView<CompensationDialogView>(frmCompensedResistanceSetting::instance());
 
     // The busy window, centred on the main one, and the status bar.
     const auto showProgress = [](bool show) {
@@ -245,7 +246,7 @@ void frmMain::TreatVisibleMenu()
 
 void frmMain::Form_Load()
 {
-    installWindows();
+    installWindows(*this);
     StartUpSteps steps;
     steps.CheckIfDirectoryExist = [] { CheckIfDirectoryExist(); };
     steps.TreatVisibleMenu = [this] { TreatVisibleMenu(); };

@@ -1,4 +1,4 @@
-#include "shell/model/MainWindowModel.h"
+#include "app/model/StartUp.h"
 
 #include "localisation/model/LanguageLookup.h"
 #include "shell/model/AppState.h"
@@ -8,17 +8,6 @@
 #include "shell/model/SettingsStore.h"
 
 namespace quenby {
-
-MainWindowState& mainWindowState()
-{
-    static MainWindowState state;
-    return state;
-}
-
-void setStatusText(const QString& key)
-{
-    mainWindowState().statusText = GetLanguageText(key);
-}
 
 void frmMainLoad(const StartUpSteps& steps)
 {

@@ -1,4 +1,4 @@
-#include "shell/ui/ReportWindow.h"
+#include "report/ui/ReportWindow.h"
 
 #include <QEventLoop>
 

@@ -1,6 +1,6 @@
-#include "kvx/ui/frmCompensedResistanceSetting.h"
+#include "report/ui/frmCompensedResistanceSetting.h"
 
-#include "kvx/model/TemperatureCompensation.h"
+#include "report/model/TemperatureCompensation.h"
 #include "localisation/ui/WindowTexts.h"
 
 #include <QApplication>
@@ -96,16 +96,13 @@ frmCompensedResistanceSetting::frmCompensedResistanceSetting()
 
     setMinimumWidth(340);
 
-    CompensationHooks& hooks = compensationHooks();
-    hooks.showDialogModal = [this] { showModally(); };
-    hooks.bringDialogToFront = [this] {
-        raise();
-        activateWindow();
-    };
-    hooks.hideDialog = [this] { hide(); };
-    hooks.fillDialogTexts = [this] { FillTextsCompensedResistance(); };
-    hooks.dialogChanged = [this] { mirrorModel(); };
     mirrorModel();
+}
+
+void frmCompensedResistanceSetting::bringDialogToFront()
+{
+    raise();
+    activateWindow();
 }
 
 void frmCompensedResistanceSetting::FillTextsCompensedResistance()

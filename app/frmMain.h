@@ -3,11 +3,14 @@
 #pragma once
 
 #include "localisation/ui/WindowTexts.h"
+#include "shell/ui/MainWindowOwner.h"
 
 #include <QMainWindow>
 
 #include <array>
 #include <map>
+#include <memory>
+#include <vector>
 
 class QAction;
 class QCheckBox;
@@ -16,7 +19,7 @@ class QMenu;
 
 namespace quenby {
 
-class frmMain final : public QMainWindow, public WindowTextReceiver
+class frmMain final : public QMainWindow, public WindowTextReceiver, public MainWindowOwner
 {
     Q_OBJECT
 
@@ -40,6 +43,15 @@ public:
     void applyWindowText(const WindowTextEntry& entry, const QString& text) override;
     // Sets every menu entry's state for the run.
     void TreatVisibleMenu();
+    QWidget& mainWidget() override { return *this; }
+
+    // Puts `window` in force as the view its model asks for, for the rest of
+    // the run.
+    template <class View>
+    void installView(View& window)
+    {
+        m_installedViews.push_back(std::make_shared<Installed<View>>(window));
+    }
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -51,6 +63,9 @@ private:
     QLabel* m_panel1 = nullptr;
     QMenu* m_mnLangue = nullptr;
     std::map<QString, QAction*> m_menuEntries;
+    // The windows below find their owner through this from the start.
+    Installed<MainWindowOwner> m_asOwner{*this};
+    std::vector<std::shared_ptr<void>> m_installedViews;
 };
 
 // What the program does before its event loop: the Qt services, the main

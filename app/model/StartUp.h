@@ -1,34 +1,16 @@
-// The main window seen as data, and its load step: what happens from process
-// start until the main window stands ready for the operator.
+// The main window's load step: what happens from process start until the
+// main window stands ready for the operator; and its language commands.
 #pragma once
 
-#include "shell/model/Checked.h"
+#include "shell/model/MainWindowState.h"
 
 #include <QString>
 
-#include <array>
 #include <functional>
 
 namespace quenby {
 
 inline constexpr auto UnableToFindLanguageFiles = "Unable to find langage files";
-
-// Members and control states of `frmMain` that the window mirrors.
-struct MainWindowState
-{
-    QString KvxConverterPath;
-    QString ZblConverterPath;
-    Bool16 KneeChoiceDone = False16;
-    std::array<bool, 3> chkKneeTypeVisible{true, true, true};
-    std::array<bool, 3> chkKneeTypeChecked{false, false, false};
-    bool mnLangueEnabled = true;
-    QString statusText; // panel 1 of the status bar
-};
-
-MainWindowState& mainWindowState();
-
-// Puts the language text of `key` on the status bar.
-void setStatusText(const QString& key);
 
 // Steps of the load that other parts of the shell supply; an empty step does
 // nothing.

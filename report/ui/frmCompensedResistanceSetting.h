@@ -5,9 +5,10 @@
 // report's compensated column, Cancel leaves the column as it is.
 //
 // The window mirrors compensationDialog() and hands every edit and button to
-// it; it plugs its modal show, hide, texts and mirror into
-// compensationHooks() when it is made.
+// it; it is the dialog's view, which the application installs.
 #pragma once
+
+#include "report/model/TemperatureCompensation.h"
 
 #include <QDialog>
 
@@ -16,7 +17,7 @@ class QPushButton;
 
 namespace quenby {
 
-class frmCompensedResistanceSetting final : public QDialog
+class frmCompensedResistanceSetting final : public QDialog, public CompensationDialogView
 {
     Q_OBJECT
 
@@ -35,6 +36,13 @@ public:
     QLineEdit* txtTM() const { return m_tm; }
     QPushButton* cmdOK() const { return m_ok; }
     QPushButton* cmdCancel() const { return m_cancel; }
+
+    // The view of the dialog's model.
+    void showDialogModal() override { showModally(); }
+    void bringDialogToFront() override;
+    void hideDialog() override { hide(); }
+    void fillDialogTexts() override { FillTextsCompensedResistance(); }
+    void dialogChanged() override { mirrorModel(); }
 
     // Escape: the same as Cancel.
     void reject() override;

@@ -1,12 +1,14 @@
 #include "shell/model/FatalError.h"
 #include "shell/ui/QtServices.h"
-#include "shell/ui/QuenbyApplication.h"
-#include "shell/ui/frmMain.h"
+#include "app/QuenbyApplication.h"
+#include "app/Sessions.h"
+#include "app/frmMain.h"
 #include "upload/platform/QtSerialPortDevice.h"
 
 int main(int argc, char** argv)
 {
     quenby::QuenbyApplication app(argc, argv);
+    quenby::Sessions sessions;
     quenby::installQtServices();
     quenby::installSerialServices();
     try {

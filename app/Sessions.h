@@ -1,0 +1,24 @@
+// The state of the run, owned by the application from start to end: every
+// session object, installed where the model finds it. main() makes one before
+// any window; a window test makes its own.
+#pragma once
+
+#include "kvx/model/KvxCompensation.h"
+#include "report/model/TemperatureCompensation.h"
+#include "shell/model/Session.h"
+#include "zbl/model/ZblCompensation.h"
+
+namespace quenby {
+
+struct Sessions
+{
+    OwnedSession<CompensationDialogModel> compensation;
+
+    // The two reports as the compensation dialog sees them.
+    KvxReportCompensation kvxCompensation;
+    ZblReportCompensation zblCompensation;
+    Installed<KvxCompensationReport> kvxCompensationSlot{kvxCompensation};
+    Installed<ZblCompensationReport> zblCompensationSlot{zblCompensation};
+};
+
+} // namespace quenby

@@ -1,0 +1,11 @@
+#include "shell/model/MainWindowState.h"
+
+namespace quenby {
+
+MainWindowState& mainWindowState()
+{
+    static MainWindowState state;
+    return state;
+}
+
+} // namespace quenby
