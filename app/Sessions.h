@@ -4,14 +4,18 @@
 #pragma once
 
 #include "kvx/model/KvxCompensation.h"
+#include "kvx/model/KvxSession.h"
 #include "report/model/TemperatureCompensation.h"
 #include "shell/model/Session.h"
 #include "zbl/model/ZblCompensation.h"
+#include "zbl/model/ZblSession.h"
 
 namespace quenby {
 
 struct Sessions
 {
+    OwnedSession<KvxSession> kvx;
+    OwnedSession<ZblSession> zbl;
     OwnedSession<CompensationDialogModel> compensation;
 
     // The two reports as the compensation dialog sees them.

@@ -8,6 +8,7 @@
 #include "shell/model/DataFolders.h"
 #include "shell/model/FileSystem.h"
 #include "shell/model/MainMenu.h"
+#include "app/Wiring.h"
 #include "app/model/StartUp.h"
 #include "shell/model/RuntimeError.h"
 #include "shell/model/Services.h"
@@ -75,6 +76,8 @@ void installWindows(frmMain& main)
     };
     installGeneralSettingWindow();
     main.installView<CompensationDialogView>(frmCompensedResistanceSetting::instance());
+    installKvxViews(main);
+    installZblViews(main);
 
     // The busy window, centred on the main one, and the status bar.
     const auto showProgress = [](bool show) {

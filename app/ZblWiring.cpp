@@ -1,0 +1,11 @@
+#include "app/Wiring.h"
+
+#include "app/frmMain.h"
+
+namespace quenby {
+
+void installZblViews(frmMain& /*main*/)
+{
+}
+
+} // namespace quenby
