@@ -6,7 +6,9 @@
 #include "kvx/model/KvxCompensation.h"
 #include "kvx/model/KvxSession.h"
 #include "report/model/TemperatureCompensation.h"
+#include "shell/model/Services.h"
 #include "shell/model/Session.h"
+#include "shell/model/ShellSession.h"
 #include "zbl/model/ZblCompensation.h"
 #include "zbl/model/ZblSession.h"
 
@@ -14,6 +16,8 @@ namespace quenby {
 
 struct Sessions
 {
+    OwnedSession<Services> services;
+    OwnedSession<ShellSession> shell;
     OwnedSession<KvxSession> kvx;
     OwnedSession<ZblSession> zbl;
     OwnedSession<CompensationDialogModel> compensation;

@@ -43,34 +43,9 @@ void mnZBLBR_Click()
     frmZBLBasicReport::instance().bringUp(&frmMain::instance());
 }
 
-// Plugs every window into the language loader. A fill routine touches its
-// window and so makes it: this is how the windows come to exist at start.
+// Puts every window in force behind the model that asks for it.
 void installWindows(frmMain& main)
 {
-    LanguageHooks& hooks = languageHooks();
-    hooks.fillers[QStringLiteral("FillTextsCompensedResistance")] = [] {
-        frmCompensedResistanceSetting::instance().FillTextsCompensedResistance();
-    };
-    hooks.fillers[QStringLiteral("FillTextsKvxCondensedReport")] = [] {
-        frmKVXCondensedReport::instance().FillTextsKvxCondensedReport();
-    };
-    hooks.fillers[QStringLiteral("FillTextsProcessProgress")] = [] {
-        frmProcessProgress::instance().FillTextsProcessProgress();
-    };
-    hooks.fillers[QStringLiteral("FillTextsUploadDevice")] = [] {
-        frmUploadDevice::instance().FillTextsUploadDevice();
-    };
-    hooks.fillers[QStringLiteral("FillTextsZblBasicReport")] = [] {
-        frmZBLBasicReport::instance().FillTextsZblBasicReport();
-    };
-    hooks.fillers[QStringLiteral("FillTextsAbout")] = [] { frmAbout::instance().FillTextsAbout(); };
-    hooks.fillers[QStringLiteral("FillTextsZblVGraph")] = [] {
-        frmZBLVGraph::instance().FillTextsZblVGraph();
-    };
-    hooks.fillers[QStringLiteral("FillTextsMain")] = [] { frmMain::instance().FillTextsMain(); };
-    // Loading the upload window runs its start: the timer begins the port
-    // search at once, as the window's load has always done, shown or not.
-    hooks.loadUploadDevice = [] { frmUploadDevice::instance().Form_Load(); };
     uploadFormHooks().bringUp = [] {
         frmUploadDevice::instance().bringUp(&frmMain::instance());
     };
@@ -207,11 +182,45 @@ frmMain::frmMain()
     connectCommand("mnuPolish", &mnuPolish_Click);
     connectCommand("mnuAbout", &frmAbout::showAbout);
 
-    LanguageHooks& hooks = languageHooks();
-    hooks.setLanguageMenuEnabled = [this](bool enabled) {
-        mainWindowState().mnLangueEnabled = enabled;
-        m_mnLangue->menuAction()->setEnabled(enabled);
-    };
+    installView<LanguageWindows>(*this);
+}
+
+void frmMain::fillTexts(const QString& routine)
+{
+    // A fill routine touches its window and so makes it: this is how the
+    // windows come to exist at start.
+    const auto is = [&routine](const char* name) { return routine == QLatin1String(name); };
+    if (is("FillTextsCompensedResistance"))
+        frmCompensedResistanceSetting::instance().FillTextsCompensedResistance();
+    else if (is("FillTextsKvxCondensedReport"))
+        frmKVXCondensedReport::instance().FillTextsKvxCondensedReport();
+    else if (is("FillTextsProcessProgress"))
+        frmProcessProgress::instance().FillTextsProcessProgress();
+    else if (is("FillTextsUploadDevice"))
+        frmUploadDevice::instance().FillTextsUploadDevice();
+    else if (is("FillTextsZblBasicReport"))
+        frmZBLBasicReport::instance().FillTextsZblBasicReport();
+    else if (is("FillTextsAbout"))
+        frmAbout::instance().FillTextsAbout();
+    else if (is("FillTextsZblVGraph"))
+        frmZBLVGraph::instance().FillTextsZblVGraph();
+    else if (is("FillTextsMain"))
+        FillTextsMain();
+    else if (is("FillTextsGeneralSetting"))
+        frmGeneralSetting::instance().FillTextsGeneralSetting();
+}
+
+void frmMain::setLanguageMenuEnabled(bool enabled)
+{
+    mainWindowState().mnLangueEnabled = enabled;
+    m_mnLangue->menuAction()->setEnabled(enabled);
+}
+
+void frmMain::loadUploadDevice()
+{
+    // Loading the upload window runs its start: the timer begins the port
+    // search at once, as the window's load has always done, shown or not.
+    frmUploadDevice::instance().Form_Load();
 }
 
 QAction* frmMain::menuEntry(const QString& name) const

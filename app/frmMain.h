@@ -2,12 +2,14 @@
 // main window state of the model; its load step runs the start-up sequence.
 #pragma once
 
+#include "localisation/model/LanguageLookup.h"
 #include "localisation/ui/WindowTexts.h"
 #include "shell/ui/MainWindowOwner.h"
 
 #include <QMainWindow>
 
 #include <array>
+#include <functional>
 #include <map>
 #include <memory>
 #include <vector>
@@ -19,7 +21,10 @@ class QMenu;
 
 namespace quenby {
 
-class frmMain final : public QMainWindow, public WindowTextReceiver, public MainWindowOwner
+class frmMain final : public QMainWindow,
+                     public WindowTextReceiver,
+                     public MainWindowOwner,
+                     public LanguageWindows
 {
     Q_OBJECT
 
@@ -44,6 +49,11 @@ public:
     // Sets every menu entry's state for the run.
     void TreatVisibleMenu();
     QWidget& mainWidget() override { return *this; }
+
+    // The language loader's view of the windows.
+    void fillTexts(const QString& routine) override;
+    void setLanguageMenuEnabled(bool enabled) override;
+    void loadUploadDevice() override;
 
     // Puts `window` in force as the view its model asks for, for the rest of
     // the run.

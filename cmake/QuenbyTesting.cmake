@@ -22,7 +22,7 @@ endfunction()
 function(quenby_add_gtest name)
   cmake_parse_arguments(ARG "" "" "LIBS;SOURCES" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
-  target_link_libraries(${name} PRIVATE ${ARG_LIBS} quenby_testsupport GTest::gtest GTest::gtest_main quenby_warnings)
+  target_link_libraries(${name} PRIVATE ${ARG_LIBS} quenby_testsupport quenby_gtest_main GTest::gtest quenby_warnings)
   quenby_test_environment(${name})
   get_property(env TARGET ${name} PROPERTY QUENBY_TEST_ENV)
   gtest_discover_tests(${name}

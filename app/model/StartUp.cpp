@@ -47,8 +47,8 @@ void changeLanguage(const QString& word)
         endProgram(1);
     }
     LoadLanguage(word);
-    if (word == QLatin1String("ENGLISH") && languageHooks().loadUploadDevice)
-        languageHooks().loadUploadDevice();
+    if (word == QLatin1String("ENGLISH"))
+        languageWindows().loadUploadDevice();
     settingsStore().SaveSetting(SettingsAppLanguage, "Language", "Language", word);
 }
 } // namespace

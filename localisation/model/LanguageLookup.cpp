@@ -9,6 +9,7 @@
 #include "shell/model/Platform.h"
 #include "shell/model/RuntimeError.h"
 #include "shell/model/SequentialFiles.h"
+#include "shell/model/Session.h"
 
 #include <algorithm>
 
@@ -144,10 +145,9 @@ QString languageFilePath(const QString& language)
     return AppPath() + pathSep() + file;
 }
 
-LanguageHooks& languageHooks()
+LanguageWindows& languageWindows()
 {
-    static LanguageHooks hooks;
-    return hooks;
+    return Slot<LanguageWindows>::current();
 }
 
 const QStringList& languageFillOrder()
@@ -175,18 +175,12 @@ void LoadLanguage(const QString& language)
         CommonDialog1().FileName = file;
     appState().LangFilePath = CommonDialog1().FileName;
 
-    LanguageHooks& hooks = languageHooks();
-    if (hooks.setLanguageMenuEnabled)
-        hooks.setLanguageMenuEnabled(false);
-    for (const QString& name : languageFillOrder()) {
-        const auto it = hooks.fillers.find(name);
-        if (it != hooks.fillers.end() && it->second)
-            it->second();
-    }
-    if (hooks.loadUploadDevice)
-        hooks.loadUploadDevice();
-    if (hooks.setLanguageMenuEnabled)
-        hooks.setLanguageMenuEnabled(true);
+    LanguageWindows& windows = languageWindows();
+    windows.setLanguageMenuEnabled(false);
+    for (const QString& name : languageFillOrder())
+        windows.fillTexts(name);
+    windows.loadUploadDevice();
+    windows.setLanguageMenuEnabled(true);
 }
 
 } // namespace quenby

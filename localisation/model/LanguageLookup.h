@@ -8,8 +8,6 @@
 #include <QString>
 #include <QStringList>
 
-#include <functional>
-#include <map>
 
 namespace quenby {
 
@@ -37,15 +35,21 @@ CodePage languageFileCodePage(const QString& file);
 // "fr.lng" for "FRANCAIS", "polish.lng" for "POLISH"; "" for any other word.
 QString languageFilePath(const QString& language);
 
-// What the windows plug into the language loader: the fill routines by name,
-// the language menu's enabled state and the load of the upload window.
-struct LanguageHooks
+// What the language loader asks of the windows: the fill routines by name,
+// the language menu's enabled state and the load of the upload window. The
+// application installs its windows behind it.
+class LanguageWindows
 {
-    std::map<QString, std::function<void()>> fillers;
-    std::function<void(bool)> setLanguageMenuEnabled;
-    std::function<void()> loadUploadDevice;
+public:
+    virtual ~LanguageWindows() = default;
+    // Runs the fill routine `routine` ("FillTextsMain", ...) on its window,
+    // which makes the window on first touch.
+    virtual void fillTexts(const QString& routine) = 0;
+    virtual void setLanguageMenuEnabled(bool enabled) = 0;
+    // Loads frmUploadDevice; its load starts the port search.
+    virtual void loadUploadDevice() = 0;
 };
-LanguageHooks& languageHooks();
+LanguageWindows& languageWindows();
 
 // Puts the language text of `key` on the main window's status bar.
 void setStatusText(const QString& key);

@@ -1,11 +1,12 @@
 #include "shell/model/AppState.h"
 
+#include "shell/model/ShellSession.h"
+
 namespace quenby {
 
 AppState& appState()
 {
-    static AppState state;
-    return state;
+    return shellSession().app;
 }
 
 } // namespace quenby

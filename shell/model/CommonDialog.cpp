@@ -1,5 +1,7 @@
 #include "shell/model/CommonDialog.h"
 
+#include "shell/model/ShellSession.h"
+
 #include "shell/model/RuntimeError.h"
 #include "shell/model/Services.h"
 
@@ -21,14 +23,12 @@ bool CommonDialogState::ShowOpen()
 
 CommonDialogState& CommonDialog1()
 {
-    static CommonDialogState dialog;
-    return dialog;
+    return shellSession().CommonDialog1;
 }
 
 CommonDialogState& cdOpenLogo()
 {
-    static CommonDialogState dialog;
-    return dialog;
+    return shellSession().cdOpenLogo;
 }
 
 } // namespace quenby

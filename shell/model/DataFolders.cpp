@@ -1,5 +1,7 @@
 #include "shell/model/DataFolders.h"
 
+#include "shell/model/ShellSession.h"
+
 #include "shell/model/AppState.h"
 #include "shell/model/CFile.h"
 #include "shell/model/CommonDialog.h"
@@ -42,15 +44,18 @@ void callHook(const std::function<void()>& hook)
         hook();
 }
 
+} // namespace
+
 bool builtInFolderTest(const QString& path)
 {
     return !path.isEmpty() && QFileInfo(path).isDir();
 }
 
+namespace {
+
 FolderTestObject& folderTestObject()
 {
-    static FolderTestObject object = builtInFolderTest;
-    return object;
+    return shellSession().folderTest;
 }
 
 // Opens `path` for line input under a free number, leaving the path and the
@@ -154,8 +159,7 @@ void GeneralSettingModel::btOk_Click()
 
 GeneralSettingModel& generalSetting()
 {
-    static GeneralSettingModel model;
-    return model;
+    return shellSession().generalSetting;
 }
 
 GeneralSettingHooks& generalSettingHooks()

@@ -131,6 +131,8 @@ QString PathOfFile(const QString& name);
 // system without it; resetFolderTestObject puts the built-in one back.
 using FolderTestObject = std::function<bool(const QString& path)>;
 void setFolderTestObject(FolderTestObject object);
+// The system's own test: a folder that exists.
+bool builtInFolderTest(const QString& path);
 void resetFolderTestObject();
 
 } // namespace quenby

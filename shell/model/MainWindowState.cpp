@@ -1,11 +1,12 @@
 #include "shell/model/MainWindowState.h"
 
+#include "shell/model/ShellSession.h"
+
 namespace quenby {
 
 MainWindowState& mainWindowState()
 {
-    static MainWindowState state;
-    return state;
+    return shellSession().mainWindow;
 }
 
 } // namespace quenby

@@ -1,17 +1,13 @@
 #include "shell/model/Platform.h"
 
+#include "shell/model/Services.h"
+#include "shell/model/Session.h"
+
 #include <QCoreApplication>
 #include <QDir>
 
 namespace quenby {
 
-namespace {
-QString& appPathOverride()
-{
-    static QString folder;
-    return folder;
-}
-} // namespace
 
 bool isWindowsPlatform()
 {
@@ -39,7 +35,7 @@ QString toPlatformPath(const QString& path)
 
 QString AppPath()
 {
-    QString folder = appPathOverride();
+    QString folder = Slot<Services>::installed() ? services().appPathOverride : QString();
     if (folder.isEmpty())
         folder = QCoreApplication::applicationDirPath();
     folder = toPlatformPath(folder);
@@ -50,7 +46,7 @@ QString AppPath()
 
 void setAppPathOverride(const QString& folder)
 {
-    appPathOverride() = folder;
+    services().appPathOverride = folder;
 }
 
 } // namespace quenby

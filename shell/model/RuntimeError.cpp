@@ -1,5 +1,7 @@
 #include "shell/model/RuntimeError.h"
 
+#include "shell/model/ShellSession.h"
+
 namespace quenby {
 
 QString runtimeErrorText(int number)
@@ -71,8 +73,7 @@ void raiseRuntimeErrorOnValue(int number, const QString& value)
 namespace {
 QString& currentCommand()
 {
-    static QString command;
-    return command;
+    return shellSession().currentCommand;
 }
 } // namespace
 
@@ -88,7 +89,8 @@ CommandScope::~CommandScope()
 
 QString CommandScope::current()
 {
-    return currentCommand();
+    // A failure met before the shell's session exists names no command.
+    return Slot<ShellSession>::installed() ? currentCommand() : QString();
 }
 
 } // namespace quenby

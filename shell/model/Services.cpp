@@ -1,49 +1,27 @@
 #include "shell/model/Services.h"
 
-#include <QElapsedTimer>
+#include "shell/model/Session.h"
 
 #include <cstdio>
 #include <cstdlib>
 
 namespace quenby {
 
-namespace {
-class ExitProgramControl final : public ProgramControl
+Int32 SystemClock::milliseconds()
 {
-public:
-    void endProgram(int exitCode) override
-    {
-        std::fflush(nullptr);
-        std::exit(exitCode);
-    }
-};
-class SystemClock final : public ClockService
-{
-public:
-    SystemClock() { m_started.start(); }
-    QDateTime now() override { return QDateTime::currentDateTime(); }
-    Int32 milliseconds() override
-    {
-        // Milliseconds since the program started, wrapping at 32 bits.
-        return static_cast<Int32>(static_cast<std::uint32_t>(m_started.elapsed()));
-    }
-
-private:
-    QElapsedTimer m_started;
-};
-} // namespace
+    // Milliseconds since the clock was made, wrapping at 32 bits.
+    return static_cast<Int32>(static_cast<std::uint32_t>(m_started.elapsed()));
+}
 
 Services& services()
 {
-    static ExitProgramControl exitControl;
-    static Services s{nullptr, nullptr, nullptr, &exitControl, nullptr};
-    return s;
+    return Slot<Services>::current();
 }
 
 ClockService& clock()
 {
-    static SystemClock system;
-    return services().clock ? *services().clock : system;
+    Services& s = services();
+    return s.clock ? *s.clock : s.systemClock;
 }
 
 MsgAnswer showMessage(const QString& text, MsgButtons buttons, MsgIcon icon, const QString& title)

@@ -4,9 +4,13 @@
 #pragma once
 
 #include "shell/model/Checked.h"
+#include "shell/model/SettingsStore.h"
 
 #include <QDateTime>
+#include <QElapsedTimer>
 #include <QString>
+
+#include <functional>
 
 namespace quenby {
 
@@ -76,17 +80,36 @@ public:
     virtual Int32 milliseconds() = 0;
 };
 
-struct Services
+// The system's own clock: milliseconds since the services were made.
+class SystemClock final : public ClockService
 {
-    MessageService* messages = nullptr;
-    FolderDialogService* folders = nullptr;
-    FileDialogService* files = nullptr;
-    ProgramControl* program = nullptr;
-    ClockService* clock = nullptr;
+public:
+    SystemClock() { m_started.start(); }
+    QDateTime now() override { return QDateTime::currentDateTime(); }
+    Int32 milliseconds() override;
+
+private:
+    QElapsedTimer m_started;
 };
 
-// The services in use. The program ending is plain process exit until the
-// shell or a test puts another in.
+// The platform services of the run, owned by the application (a test makes
+// fresh ones). A service left empty has the behaviour its accessor names.
+struct Services
+{
+    MessageService* messages = nullptr;   // none: the text goes to the error output
+    FolderDialogService* folders = nullptr;
+    FileDialogService* files = nullptr;   // none: every dialog counts as cancelled
+    ProgramControl* program = nullptr;    // none: plain process exit
+    ClockService* clock = nullptr;        // none: systemClock
+    SettingsStore* settings = nullptr;    // none: userSettings
+    std::function<void()> yield;          // letting the system breathe; none: nothing
+    QString appPathOverride;              // "" : the program's own folder
+
+    SystemClock systemClock;
+    QtSettingsStore userSettings;
+};
+
+// The services in use.
 Services& services();
 
 // Shows a message through the message service.

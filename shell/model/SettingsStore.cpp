@@ -1,6 +1,7 @@
 #include "shell/model/SettingsStore.h"
 
 #include "shell/model/Platform.h"
+#include "shell/model/Services.h"
 
 #include <QSettings>
 #include <QStandardPaths>
@@ -17,11 +18,6 @@ std::unique_ptr<QSettings> openSettings(const QString& location, bool registry)
                                        registry ? QSettings::NativeFormat : QSettings::IniFormat);
 }
 
-SettingsStore*& currentStore()
-{
-    static SettingsStore* store = nullptr;
-    return store;
-}
 } // namespace
 
 QtSettingsStore::QtSettingsStore(QString iniFolder) : m_iniFolder(std::move(iniFolder)) {}
@@ -66,13 +62,13 @@ void QtSettingsStore::SaveSetting(const QString& application, const QString& sec
 
 SettingsStore& settingsStore()
 {
-    static QtSettingsStore userStore;
-    return currentStore() ? *currentStore() : userStore;
+    Services& s = services();
+    return s.settings ? *s.settings : s.userSettings;
 }
 
 void setSettingsStore(SettingsStore* store)
 {
-    currentStore() = store;
+    services().settings = store;
 }
 
 } // namespace quenby

@@ -1,24 +1,18 @@
 #include "shell/model/YieldHook.h"
 
-namespace quenby {
+#include "shell/model/Services.h"
 
-namespace {
-std::function<void()>& hook()
-{
-    static std::function<void()> h;
-    return h;
-}
-} // namespace
+namespace quenby {
 
 void letSystemBreathe()
 {
-    if (hook())
-        hook()();
+    if (const auto& hook = services().yield)
+        hook();
 }
 
 void setYieldHook(std::function<void()> h)
 {
-    hook() = std::move(h);
+    services().yield = std::move(h);
 }
 
 } // namespace quenby

@@ -109,9 +109,6 @@ void frmGeneralSetting::bringUp()
 
 void installGeneralSettingWindow()
 {
-    languageHooks().fillers[QStringLiteral("FillTextsGeneralSetting")] = [] {
-        frmGeneralSetting::instance().FillTextsGeneralSetting();
-    };
     GeneralSettingHooks& hooks = generalSettingHooks();
     hooks.FillTextsGeneralSetting = [] { frmGeneralSetting::instance().FillTextsGeneralSetting(); };
     hooks.bringUp = [] { frmGeneralSetting::instance().bringUp(); };

@@ -1,3 +1,4 @@
+#include "tests/support/ScriptedLanguageWindows.h"
 #include "localisation/model/LanguageLookup.h"
 
 #include "shell/model/AppState.h"
@@ -46,6 +47,8 @@ QByteArray linesIn(const QStringList& lines, CodePage page)
 class LanguageLookupTest : public ::testing::Test
 {
 protected:
+    ScriptedLanguageWindows windows;
+protected:
     void SetUp() override
     {
         ASSERT_TRUE(dir.isValid());
@@ -62,7 +65,6 @@ protected:
         setAppPathOverride(QString());
         appState().LangFilePath = savedLangFilePath;
         CommonDialog1().FileName = savedDialogFileName;
-        languageHooks() = LanguageHooks{};
     }
 
     // A language file in the program's folder; its path.
@@ -462,14 +464,8 @@ TEST_F(LanguageLookupTest, UnknownWordTakesTheDialogsCurrentFileName)
 
 TEST_F(LanguageLookupTest, LoadLanguageFillsInOrderBetweenTheMenuHooks)
 {
-    std::vector<QString> calls;
-    LanguageHooks& hooks = languageHooks();
-    hooks.setLanguageMenuEnabled = [&](bool on) { calls.push_back(on ? "menu on" : "menu off"); };
-    hooks.loadUploadDevice = [&] { calls.push_back("load frmUploadDevice"); };
-    for (const QString& name : languageFillOrder())
-        hooks.fillers[name] = [&calls, name] { calls.push_back(name); };
-
     LoadLanguage("ENGLISH");
+    const std::vector<QString>& calls = windows.calls;
 
     const std::vector<QString> expected = {
         "menu off",
@@ -488,21 +484,11 @@ TEST_F(LanguageLookupTest, LoadLanguageFillsInOrderBetweenTheMenuHooks)
     EXPECT_EQ(calls, expected);
 }
 
-TEST_F(LanguageLookupTest, FillRoutinesNotYetRegisteredAreSkipped)
+TEST(LanguageLoader, LoadingWithoutWindowsBehindTheLoaderIsAnError)
 {
-    std::vector<QString> calls;
-    LanguageHooks& hooks = languageHooks();
-    hooks.fillers["FillTextsMain"] = [&] { calls.push_back("FillTextsMain"); };
-    hooks.fillers["FillTextsCompensedResistance"] = [&] {
-        calls.push_back("FillTextsCompensedResistance");
-    };
-    hooks.fillers["FillTextsUnknown"] = [&] { calls.push_back("FillTextsUnknown"); };
-    hooks.fillers["FillTextsAbout"] = nullptr;
-
-    LoadLanguage("ENGLISH");
-
-    const std::vector<QString> expected = {"FillTextsCompensedResistance", "FillTextsMain"};
-    EXPECT_EQ(calls, expected);
+    // No window was installed as the loader's view: that is a fault of the
+    // program, never a silent load.
+    EXPECT_THROW(LoadLanguage("ENGLISH"), std::logic_error);
 }
 
 TEST_F(LanguageLookupTest, FillRoutinesSeeTheNewLanguageWithTheMenuDisabled)
@@ -512,26 +498,23 @@ TEST_F(LanguageLookupTest, FillRoutinesSeeTheNewLanguageWithTheMenuDisabled)
               CodePage::Windows1250);
     LoadLanguage("ENGLISH");
 
-    bool menuEnabled = true;
     QString seen;
     bool menuWasEnabledDuringFill = true;
-    LanguageHooks& hooks = languageHooks();
-    hooks.setLanguageMenuEnabled = [&](bool on) { menuEnabled = on; };
-    hooks.fillers["FillTextsMain"] = [&] {
-        menuWasEnabledDuringFill = menuEnabled;
+    windows.fillers["FillTextsMain"] = [&] {
+        menuWasEnabledDuringFill = windows.menuEnabled;
         seen = GetLanguageText(QStringLiteral("frmMain.mnLangue.Caption"));
     };
 
     LoadLanguage("POLISH");
     EXPECT_EQ(seen, QString::fromUtf8("Język"));
     EXPECT_FALSE(menuWasEnabledDuringFill);
-    EXPECT_TRUE(menuEnabled);
+    EXPECT_TRUE(windows.menuEnabled);
 }
 
 TEST_F(LanguageLookupTest, FillingWithAMissingLanguageFileEndsInTheRunTimeError)
 {
     writeLang("en.lng", QStringList{"frmMain.Caption,Quenby"});
-    languageHooks().fillers["FillTextsMain"] = [] {
+    windows.fillers["FillTextsMain"] = [] {
         GetLanguageText(QStringLiteral("frmMain.Caption"));
     };
     EXPECT_EQ(failureOf([] { LoadLanguage("ENGLISH"); }), 0);

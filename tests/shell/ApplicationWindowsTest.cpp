@@ -1,5 +1,6 @@
 // The program's windows together, offscreen: the start on a new machine, the
 // windows made by the language load, and the language commands.
+#include "app/Sessions.h"
 #include "report/ui/frmCompensedResistanceSetting.h"
 #include "kvx/ui/frmKVXCondensedReport.h"
 #include "localisation/model/LanguageLookup.h"
@@ -291,6 +292,8 @@ private Q_SLOTS:
 int main(int argc, char** argv)
 {
     QuenbyApplication application(argc, argv);
+    // The run's state, as the program's main makes it, before any window.
+    quenby::Sessions sessions;
     ApplicationWindowsTest test;
     return QTest::qExec(&test, argc, argv);
 }

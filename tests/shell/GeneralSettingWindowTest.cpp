@@ -1,6 +1,7 @@
 // The general settings window, offscreen: its controls, its texts from the
 // language, the mirror of the model, the modal show over the main window and
 // its buttons; and the reopen of the KVX file after a real language change.
+#include "app/Sessions.h"
 #include "localisation/model/LanguageLookup.h"
 #include "shell/model/AppState.h"
 #include "shell/model/CommonDialog.h"
@@ -89,6 +90,8 @@ private Q_SLOTS:
         QVERIFY(dataDir.isValid());
         savedCurrentFolder = QDir::currentPath();
         writeBytes(programDir.filePath("en.lng"), crlfLines({"frmMain.Caption,Quenby"}));
+        // The main window owns the settings window, as in the program.
+        frmMain::instance();
         installGeneralSettingWindow();
     }
 
@@ -286,6 +289,8 @@ private Q_SLOTS:
 int main(int argc, char** argv)
 {
     QuenbyApplication application(argc, argv);
+    // The run's state, as the program's main makes it, before any window.
+    quenby::Sessions sessions;
     GeneralSettingWindowTest test;
     return QTest::qExec(&test, argc, argv);
 }

@@ -1,4 +1,5 @@
 // The main window and the top-level failure handler, offscreen.
+#include "app/Sessions.h"
 #include "shell/model/AppState.h"
 #include "shell/model/CommonDialog.h"
 #include "shell/model/FatalError.h"
@@ -232,6 +233,8 @@ private Q_SLOTS:
 int main(int argc, char** argv)
 {
     QuenbyApplication application(argc, argv);
+    // The run's state, as the program's main makes it, before any window.
+    quenby::Sessions sessions;
     MainWindowTest test;
     return QTest::qExec(&test, argc, argv);
 }

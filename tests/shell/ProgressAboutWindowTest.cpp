@@ -1,4 +1,5 @@
 // The busy window and the About window, offscreen.
+#include "app/Sessions.h"
 #include "shell/model/AppState.h"
 #include "shell/model/Platform.h"
 #include "shell/model/ProgressAbout.h"
@@ -499,6 +500,8 @@ private Q_SLOTS:
 int main(int argc, char** argv)
 {
     QuenbyApplication application(argc, argv);
+    // The run's state, as the program's main makes it, before any window.
+    quenby::Sessions sessions;
     ProgressAboutWindowTest test;
     return QTest::qExec(&test, argc, argv);
 }

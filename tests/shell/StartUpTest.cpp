@@ -1,5 +1,6 @@
 // The main window's load step, run on the model with scripted dialogs, a
 // temporary settings store and a temporary program folder.
+#include "tests/support/ScriptedLanguageWindows.h"
 #include "localisation/model/LanguageLookup.h"
 #include "shell/model/AppState.h"
 #include "shell/model/CommonDialog.h"
@@ -22,22 +23,12 @@ namespace {
 class StartUpTest : public ::testing::Test
 {
 protected:
+    ScriptedLanguageWindows windows;
     void SetUp() override
     {
+        // Each test runs with fresh services and a fresh shell session.
         setAppPathOverride(programDir.path());
         setSettingsStore(&store);
-        appState() = AppState{};
-        mainWindowState() = MainWindowState{};
-        CommonDialog1() = CommonDialogState{};
-        languageHooks() = LanguageHooks{};
-    }
-    void TearDown() override
-    {
-        setAppPathOverride({});
-        setSettingsStore(nullptr);
-        languageHooks() = LanguageHooks{};
-        appState() = AppState{};
-        CommonDialog1() = CommonDialogState{};
     }
 
     void writeLang(const QString& name, const QStringList& lines)
@@ -83,7 +74,7 @@ TEST_F(StartUpTest, FrenchWithoutEnglishFileStops)
     store.SaveSetting("Quenbey", "Language", "Language", "FRANCAIS");
     writeLang("fr.lng", {"frmMain.Caption,Quenby (fr)"});
     bool languageLoaded = false;
-    languageHooks().fillers[QStringLiteral("FillTextsMain")] = [&] { languageLoaded = true; };
+    windows.fillers[QStringLiteral("FillTextsMain")] = [&] { languageLoaded = true; };
     try {
         frmMainLoad({});
         FAIL() << "the program went on";
@@ -111,7 +102,7 @@ TEST_F(StartUpTest, MissingCurrentLanguageFileFailsAtTheFirstLookup)
 {
     store.SaveSetting("Quenbey", "Language", "Language", "POLISH");
     writeLang("en.lng", {"frmMain.Caption,Quenby"});
-    languageHooks().fillers[QStringLiteral("FillTextsMain")] = [] {
+    windows.fillers[QStringLiteral("FillTextsMain")] = [] {
         GetLanguageText(QStringLiteral("frmMain.Caption"));
     };
     try {
@@ -142,7 +133,7 @@ TEST_F(StartUpTest, StepsRunInTheirOrder)
 {
     writeLang("en.lng", {"frmMain.Caption,Quenby"});
     QStringList order;
-    languageHooks().fillers[QStringLiteral("FillTextsMain")] = [&] {
+    windows.fillers[QStringLiteral("FillTextsMain")] = [&] {
         order << "language";
         EXPECT_EQ(mainWindowState().chkKneeTypeVisible, (std::array<bool, 3>{false, false, false}));
     };

@@ -3,6 +3,7 @@
 // for the upload to start, the texts of the language, and the window as a
 // mirror of its model: the controls follow the model, the events go to it,
 // and its own timer drives the upload loop.
+#include "app/Sessions.h"
 #include "localisation/model/WindowTextKeys.h"
 #include "localisation/ui/WindowTexts.h"
 #include "shell/model/AppState.h"
@@ -328,6 +329,8 @@ private Q_SLOTS:
 int main(int argc, char** argv)
 {
     QuenbyApplication application(argc, argv);
+    // The run's state, as the program's main makes it, before any window.
+    quenby::Sessions sessions;
     UploadWindowTest test;
     return QTest::qExec(&test, argc, argv);
 }

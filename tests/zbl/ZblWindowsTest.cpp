@@ -1,6 +1,7 @@
 // The ZBL report windows, offscreen: each is one instance that only hides,
 // holds every control of its page under the control's name, keeps its unused
 // menu entries out of sight, and takes its texts from the language.
+#include "app/Sessions.h"
 #include "report/model/TemperatureCompensation.h"
 #include "report/ui/frmCompensedResistanceSetting.h"
 #include "localisation/model/WindowTextKeys.h"
@@ -888,6 +889,8 @@ private Q_SLOTS:
 int main(int argc, char** argv)
 {
     QuenbyApplication application(argc, argv);
+    // The run's state, as the program's main makes it, before any window.
+    quenby::Sessions sessions;
     ZblWindowsTest test;
     return QTest::qExec(&test, argc, argv);
 }

@@ -2,6 +2,7 @@
 // compensation dialog are each one instance that only hides, hold every
 // control of their pages under the control's name, and take their texts from
 // the language; the report's insulation column mirrors the report model.
+#include "app/Sessions.h"
 #include "kvx/model/KneeGraph.h"
 #include "kvx/model/KvxCondensedReportModel.h"
 #include "kvx/model/KvxReportView.h"
@@ -1066,6 +1067,8 @@ private Q_SLOTS:
 int main(int argc, char** argv)
 {
     QuenbyApplication application(argc, argv);
+    // The run's state, as the program's main makes it, before any window.
+    quenby::Sessions sessions;
     KvxWindowsTest test;
     return QTest::qExec(&test, argc, argv);
 }

@@ -5,6 +5,7 @@
 // byte with what the file makers make of the simulator's own frames, and read
 // back through the KVX and ZBL roads into the reports' models. The operator
 // is a timer that presses Get Files once the instrument is found.
+#include "app/Sessions.h"
 #include "kvx/model/KvxCondensedReportModel.h"
 #include "kvx/model/KvxTestRoad.h"
 #include "localisation/model/LanguageLookup.h"
@@ -506,6 +507,8 @@ private Q_SLOTS:
 int main(int argc, char** argv)
 {
     QuenbyApplication app(argc, argv);
+    // The run's state, as the program's main makes it, before any window.
+    quenby::Sessions sessions;
     UploadEndToEndTest test;
     return QTest::qExec(&test, argc, argv);
 }

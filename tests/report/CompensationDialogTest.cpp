@@ -2,6 +2,7 @@
 // the operator's typing and buttons to it, and is shown modally by the KVX
 // report's compensation box; each modal show here is ended from a timer, as
 // an operator would end it.
+#include "app/Sessions.h"
 #include "kvx/model/KvxCondensedReportModel.h"
 #include "kvx/model/KvxTestRecord.h"
 #include "report/model/TemperatureCompensation.h"
@@ -9,6 +10,7 @@
 #include "shell/model/AppState.h"
 #include "shell/model/Platform.h"
 #include "app/QuenbyApplication.h"
+#include "tests/support/ScriptedCompensation.h"
 #include "tests/support/TestFiles.h"
 #include "zbl/model/ZblBasicReportModel.h"
 
@@ -19,6 +21,7 @@
 #include <QtTest>
 
 #include <functional>
+#include <memory>
 
 using namespace quenby;
 using namespace quenby::testing;
@@ -55,8 +58,22 @@ class CompensationDialogTest : public QObject
 
 private:
     QTemporaryDir programDir;
-    int kvxMirrors = 0;
-    int zblMirrors = 0;
+    // Fresh models for each test, the two reports counted, and the window in
+    // force as the dialog's view.
+    struct Fresh
+    {
+        OwnedSession<KvxSession> kvx;
+        OwnedSession<ZblSession> zbl;
+        OwnedSession<CompensationDialogModel> dialog;
+        CountedCompensationReport<KvxCompensationReport, KvxReportCompensation> kvxReport;
+        CountedCompensationReport<ZblCompensationReport, ZblReportCompensation> zblReport;
+        Installed<KvxCompensationReport> kvxSlot{kvxReport};
+        Installed<ZblCompensationReport> zblSlot{zblReport};
+        Installed<CompensationDialogView> view{frmCompensedResistanceSetting::instance()};
+    };
+    std::unique_ptr<Fresh> fresh;
+    int& kvxMirrors() { return fresh->kvxReport.mirrors; }
+    int& zblMirrors() { return fresh->zblReport.mirrors; }
 
     // Picks entry `index` of the KVX report's box and runs the click; `inside`
     // runs from a timer once the modal show has begun. True when the timer ran
@@ -100,37 +117,25 @@ private Q_SLOTS:
 
     void init()
     {
-        kvxCondensedReport() = KvxCondensedReportModel{};
+        fresh.reset();
+        fresh = std::make_unique<Fresh>();
         kvxCondensedReport().cbCompensationItems = QStringList{Aluminium, Copper};
         kvxCondensedReport().txtTemperature = QStringLiteral("20");
         kvxCondensedReport().cell(KvxReportColumn::WindingRes, 1) = QStringLiteral("1.000 ohm");
         kvxTestRecord().lastReference = Dynamic(1.0);
-        zblBasicReport() = ZblBasicReportModel{};
-        compensationDialog() = CompensationDialogModel{};
         dialog().mirrorModel();
-        kvxMirrors = 0;
-        zblMirrors = 0;
-        compensationHooks().kvxReportChanged = [this] { ++kvxMirrors; };
-        compensationHooks().zblReportChanged = [this] { ++zblMirrors; };
     }
 
     void cleanup()
     {
         if (dialog().isVisible())
             dialog().hide();
-        compensationHooks().kvxReportChanged = nullptr;
-        compensationHooks().zblReportChanged = nullptr;
     }
 
-    void oneDialogMadeOnFirstTouchPlugsItsHooks()
+    void oneDialogMadeOnFirstTouchIsTheDialogsView()
     {
         QCOMPARE(&frmCompensedResistanceSetting::instance(), &dialog());
-        const CompensationHooks& hooks = compensationHooks();
-        QVERIFY(hooks.showDialogModal);
-        QVERIFY(hooks.bringDialogToFront);
-        QVERIFY(hooks.hideDialog);
-        QVERIFY(hooks.fillDialogTexts);
-        QVERIFY(hooks.dialogChanged);
+        QCOMPARE(&compensationDialogView(), static_cast<CompensationDialogView*>(&dialog()));
         QVERIFY(!dialog().isVisible());
         QCOMPARE(dialog().txtTS()->text(), QString("75"));
     }
@@ -142,7 +147,7 @@ private Q_SLOTS:
         model.txtTK = QStringLiteral("225");
         model.txtTM = QStringLiteral("12 C");
         model.caption = QStringLiteral("KVX ") + Title;
-        compensationHooks().dialogChanged();
+        compensationDialogView().dialogChanged();
         QCOMPARE(dialog().txtTS()->text(), QString("80"));
         QCOMPARE(dialog().txtTK()->text(), QString("225"));
         QCOMPARE(dialog().txtTM()->text(), QString("12 C"));
@@ -185,7 +190,7 @@ private Q_SLOTS:
         QCOMPARE(kvxCondensedReport().txtTemperature, QString("20C"));
         QCOMPARE(kvxCondensedReport().lbTexteCompensedTemp1, QString("75C"));
         QCOMPARE(kvxCondensedReport().cbCompensationIndex, -1);
-        QVERIFY(kvxMirrors >= 1);
+        QVERIFY(kvxMirrors() >= 1);
         // The dialog shows what the rule rewrote.
         QCOMPARE(dialog().txtTS()->text(), QString("75"));
         // The refill put the language's title over the "KVX " one.
@@ -213,7 +218,7 @@ private Q_SLOTS:
         QCOMPARE(zblBasicReport().cbCompensationItems.size(), 3);
         QCOMPARE(kvxCondensedReport().cbCompensationText, Copper);
         QCOMPARE(kvxCondensedReport().cbCompensationItems.size(), 2);
-        QVERIFY(zblMirrors >= 1);
+        QVERIFY(zblMirrors() >= 1);
     }
 
     void cancelKeepsTheColumnAndEmptiesBothBoxes()
@@ -221,7 +226,7 @@ private Q_SLOTS:
         QVERIFY(pickWhileModal(1, [] { QTest::mouseClick(dialog().cmdOK(), Qt::LeftButton); }));
         QCOMPARE(compensated(1), QString("1.216 ohm"));
         zblBasicReport().cbCompensationText = Aluminium;
-        kvxMirrors = 0;
+        kvxMirrors() = 0;
 
         const bool modal = pickWhileModal(0, [] {
             retype(dialog().txtTS(), QStringLiteral("20"));
@@ -232,7 +237,7 @@ private Q_SLOTS:
         QCOMPARE(compensated(1), QString("1.216 ohm"));
         QCOMPARE(kvxCondensedReport().cbCompensationText, QString());
         QCOMPARE(zblBasicReport().cbCompensationText, QString());
-        QCOMPARE(kvxMirrors, 1);
+        QCOMPARE(kvxMirrors(), 1);
         // What was typed stays for the next opening.
         QCOMPARE(compensationDialog().txtTS, QString("20"));
     }
@@ -295,13 +300,15 @@ private Q_SLOTS:
         QVERIFY(pickWhileModal(1, [] { QTest::mouseClick(dialog().cmdOK(), Qt::LeftButton); }));
         QCOMPARE(compensated(1), QString());
         QCOMPARE(zblBasicReport().txtConbinedResistanceB(0), QString("2.432 mOhm"));
-        QVERIFY(zblMirrors >= 1);
+        QVERIFY(zblMirrors() >= 1);
     }
 };
 
 int main(int argc, char** argv)
 {
     QuenbyApplication application(argc, argv);
+    // The run's state, as the program's main makes it, before any window.
+    quenby::Sessions sessions;
     CompensationDialogTest test;
     return QTest::qExec(&test, argc, argv);
 }

@@ -8,8 +8,10 @@
 #include "kvx/model/KvxTestFileReader.h"
 #include "shell/model/RuntimeError.h"
 #include "tests/kvx/KvxTestSupport.h"
+#include "tests/support/ScriptedCompensation.h"
 #include "tests/support/TestFiles.h"
 #include "zbl/model/ZblBasicReportModel.h"
+#include "zbl/model/ZblSession.h"
 
 #include <gtest/gtest.h>
 
@@ -67,20 +69,13 @@ protected:
             QStringLiteral("en.lng"),
             {QStringLiteral("frmKVXCondensedReport.txtInsulationRes.Text, ") + InsulationHeadText,
              QStringLiteral("frmCompensedResistanceSetting.Caption,") + DialogTitle});
-        compensationHooks() = CompensationHooks{};
-        compensationDialog() = CompensationDialogModel{};
-        zblBasicReport() = ZblBasicReportModel{};
         // As the report window's load puts them from the language.
         kvxCondensedReport().cbCompensationItems = QStringList{Aluminium, Copper};
     }
 
-    void TearDown() override
-    {
-        compensationHooks() = CompensationHooks{};
-        compensationDialog() = CompensationDialogModel{};
-        zblBasicReport() = ZblBasicReportModel{};
-        KvxFixture::TearDown();
-    }
+    // A fresh ZBL report, and the dialog with its window scripted.
+    OwnedSession<ZblSession> zblSession;
+    ScriptedCompensation compensation;
 
     // The dialog as a fill leaves it, TM and TK given.
     static CompensationDialogModel& dialog(const QString& ts, const QString& tk, const QString& tm)
@@ -108,16 +103,16 @@ protected:
 
     // The operator picks entry `index` of the KVX box; in the dialog, `inside`
     // plays the operator's part before the modal show returns.
-    static void pickOnKvxReport(int index, std::function<void()> inside)
+    void pickOnKvxReport(int index, std::function<void()> inside)
     {
         KvxCondensedReportModel& report = kvxCondensedReport();
         report.cbCompensationIndex = index;
         report.cbCompensationText = report.cbCompensationItems.at(index);
-        compensationHooks().showDialogModal = std::move(inside);
+        compensation.view.onShowModal = std::move(inside);
         KvxReport_cbCompensation_Click();
     }
 
-    static void pickAndConfirm(int index, const QString& ts)
+    void pickAndConfirm(int index, const QString& ts)
     {
         pickOnKvxReport(index, [ts] {
             compensationDialog().txtTS = ts;
@@ -399,8 +394,7 @@ TEST_F(kvxCompensation, CancelAfterAFirstOkKeepsTheColumnAndEmptiesBothBoxes)
     ASSERT_EQ(compensated(1), "1.216 ohm");
     ASSERT_EQ(compensated(3), "0.608 ohm");
 
-    int hides = 0;
-    compensationHooks().hideDialog = [&hides] { ++hides; };
+    const int hidesBefore = compensation.view.hides;
     pickOnKvxReport(KvxAluminium, [] {
         compensationDialog().txtTS = QStringLiteral("20");
         compensationDialog().cmdCancel_Click();
@@ -410,7 +404,7 @@ TEST_F(kvxCompensation, CancelAfterAFirstOkKeepsTheColumnAndEmptiesBothBoxes)
     EXPECT_EQ(compensated(3), "0.608 ohm");
     EXPECT_EQ(kvxCondensedReport().cbCompensationText, "");
     EXPECT_EQ(zblBasicReport().cbCompensationText, "");
-    EXPECT_EQ(hides, 1);
+    EXPECT_EQ(compensation.view.hides - hidesBefore, 1);
     EXPECT_FALSE(compensationDialog().shown);
 }
 
@@ -421,11 +415,8 @@ TEST_F(kvxCompensation, ClosingByTheFrameEmptiesBothBoxesAndNothingElse)
     pickAndConfirm(KvxCopper, "75");
     ASSERT_EQ(compensated(1), "1.216 ohm");
 
-    int hides = 0;
-    int mirrors = 0;
-    compensationHooks().hideDialog = [&hides] { ++hides; };
-    compensationHooks().kvxReportChanged = [&mirrors] { ++mirrors; };
-    compensationHooks().zblReportChanged = [&mirrors] { ++mirrors; };
+    const int hidesBefore = compensation.view.hides;
+    const int mirrorsBefore = compensation.kvx.mirrors + compensation.zbl.mirrors;
     zblBasicReport().cbCompensationText = Aluminium;
     pickOnKvxReport(KvxCopper, [] { compensationDialog().closeByFrame(); });
     EXPECT_EQ(compensated(1), "1.216 ohm");
@@ -434,8 +425,8 @@ TEST_F(kvxCompensation, ClosingByTheFrameEmptiesBothBoxesAndNothingElse)
     EXPECT_EQ(zblBasicReport().cbCompensationItems.size(), 2);
     EXPECT_FALSE(compensationDialog().shown);
     // The frame hides the window itself; the model asks no hide of its own.
-    EXPECT_EQ(hides, 0);
-    EXPECT_EQ(mirrors, 2);
+    EXPECT_EQ(compensation.view.hides, hidesBefore);
+    EXPECT_EQ(compensation.kvx.mirrors + compensation.zbl.mirrors - mirrorsBefore, 2);
 }
 
 TEST_F(kvxCompensation, OkServesTheKvxReportWhileTheZblReportIsHidden)
@@ -444,9 +435,8 @@ TEST_F(kvxCompensation, OkServesTheKvxReportWhileTheZblReportIsHidden)
     kvxCondensedReport().txtTemperature = QStringLiteral("20");
     zblBasicReport().lbResA(0) = QStringLiteral("1.000 ohm");
     dialog("75", "234.5", "20");
-    int kvxMirrors = 0;
-    compensationHooks().kvxReportChanged = [&kvxMirrors] { ++kvxMirrors; };
     compensationDialog().cmdOK_Click();
+    const int kvxMirrors = compensation.kvx.mirrors;
     EXPECT_EQ(compensated(1), "1.216 ohm");
     EXPECT_EQ(zblBasicReport().txtConbinedResistanceA(0), "");
     EXPECT_GE(kvxMirrors, 1);
@@ -477,10 +467,10 @@ TEST_F(kvxCompensation, TheKvxBoxClickFillsTitlesShowsAndClearsTheChoice)
     CompensationDialogModel& d = compensationDialog();
     d.caption = QStringLiteral("old");
     QStringList steps;
-    CompensationHooks& hooks = compensationHooks();
-    hooks.dialogChanged = [&] { steps << "mirror:" + d.caption; };
-    hooks.fillDialogTexts = [&] { steps << "texts:" + d.caption; };
-    hooks.bringDialogToFront = [&] { steps << QStringLiteral("front"); };
+    ScriptedCompensationView& view = compensation.view;
+    view.onChanged = [&] { steps << "mirror:" + d.caption; };
+    view.onFillTexts = [&] { steps << "texts:" + d.caption; };
+    view.onFront = [&] { steps << QStringLiteral("front"); };
     pickOnKvxReport(KvxCopper, [&] {
         steps << QStringLiteral("modal");
         // Inside the modal show: filled from the report, up, and the pick
@@ -510,10 +500,8 @@ TEST_F(kvxCompensation, TheKvxBoxClickFillsTitlesShowsAndClearsTheChoice)
 TEST_F(kvxCompensation, TheKvxBoxClickBringsAnOpenDialogToTheFront)
 {
     compensationDialog().shown = true;
-    int fronts = 0;
-    compensationHooks().bringDialogToFront = [&fronts] { ++fronts; };
     pickOnKvxReport(KvxAluminium, [] { ADD_FAILURE() << "shown modally a second time"; });
-    EXPECT_EQ(fronts, 1);
+    EXPECT_EQ(compensation.view.fronts, 1);
     EXPECT_TRUE(compensationDialog().shown);
     EXPECT_EQ(compensationDialog().txtTK, "225");
     EXPECT_EQ(kvxCondensedReport().cbCompensationIndex, -1);
@@ -548,7 +536,7 @@ TEST_F(kvxCompensation, TheZblBoxClickClearsTheChoiceBeforeTheShow)
     zbl.cbCompensationText = zbl.cbCompensationItems.at(0);
     compensationDialog().caption = QStringLiteral("KVX ") + DialogTitle;
     bool modal = false;
-    compensationHooks().showDialogModal = [&] {
+    compensation.view.onShowModal = [&] {
         modal = true;
         EXPECT_EQ(zbl.cbCompensationIndex, -1);
         EXPECT_EQ(compensationDialog().txtTM, "25");
