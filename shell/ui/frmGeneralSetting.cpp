@@ -1,6 +1,5 @@
 #include "shell/ui/frmGeneralSetting.h"
 
-#include "localisation/model/LanguageLookup.h"
 #include "localisation/ui/WindowTexts.h"
 #include "shell/model/DataFolders.h"
 #include "shell/ui/MainWindowOwner.h"
