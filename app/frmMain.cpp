@@ -49,7 +49,7 @@ void installWindows(frmMain& main)
     uploadFormHooks().bringUp = [] {
         frmUploadDevice::instance().bringUp(&frmMain::instance());
     };
-    installGeneralSettingWindow();
+    main.installView<GeneralSettingView>(frmGeneralSetting::instance());
     main.installView<CompensationDialogView>(frmCompensedResistanceSetting::instance());
     installKvxViews(main);
     installZblViews(main);

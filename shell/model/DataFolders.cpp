@@ -34,14 +34,8 @@ void makeDirectory(QString path)
 
 QString askForRoot()
 {
-    return BrowseForFolder(generalSettingHooks().mainWindow, QString(), SelectFolderTitle, False16,
+    return BrowseForFolder(generalSettingView().folderPickerOwner(), QString(), SelectFolderTitle, False16,
                            True16);
-}
-
-void callHook(const std::function<void()>& hook)
-{
-    if (hook)
-        hook();
 }
 
 } // namespace
@@ -98,19 +92,19 @@ Bool16 selectTestFile(const char* pattern, const char* family, Dynamic& pathCell
 void GeneralSettingModel::setTxtCurrentKVXFilesPath(const QString& text)
 {
     m_kvxFolder = text;
-    callHook(generalSettingHooks().mirror);
+    generalSettingView().mirrorModel();
 }
 
 void GeneralSettingModel::setTxtCurrentZBLFilesPath(const QString& text)
 {
     m_zblFolder = text;
-    callHook(generalSettingHooks().mirror);
+    generalSettingView().mirrorModel();
 }
 
 void GeneralSettingModel::setMessageBox_AreYouSureToChange(const QString& text)
 {
     m_question = text;
-    callHook(generalSettingHooks().mirror);
+    generalSettingView().mirrorModel();
 }
 
 void GeneralSettingModel::btChangeKVXFilePath_Click()
@@ -131,7 +125,7 @@ void GeneralSettingModel::btChangeKVXFilePath_Click()
                                       sep + "Files" + sep);
         }
     }
-    callHook(generalSettingHooks().bringUp);
+    generalSettingView().bringUp();
 }
 
 void GeneralSettingModel::btChangeZBLFilePath_Click()
@@ -148,13 +142,13 @@ void GeneralSettingModel::btChangeZBLFilePath_Click()
             setTxtCurrentZBLFilesPath(root + sep + "ZBL" + sep + "Files" + sep);
         }
     }
-    callHook(generalSettingHooks().bringUp);
+    generalSettingView().bringUp();
 }
 
 void GeneralSettingModel::btOk_Click()
 {
     // Nothing to keep: each change was saved when it was made.
-    callHook(generalSettingHooks().hide);
+    generalSettingView().hideWindow();
 }
 
 GeneralSettingModel& generalSetting()
@@ -162,16 +156,14 @@ GeneralSettingModel& generalSetting()
     return shellSession().generalSetting;
 }
 
-GeneralSettingHooks& generalSettingHooks()
+GeneralSettingView& generalSettingView()
 {
-    static GeneralSettingHooks hooks;
-    return hooks;
+    return Slot<GeneralSettingView>::current();
 }
 
-LogoSelectionHooks& logoSelectionHooks()
+LogoSelectionView& logoSelectionView()
 {
-    static LogoSelectionHooks hooks;
-    return hooks;
+    return Slot<LogoSelectionView>::current();
 }
 
 void CheckIfDirectoryExist()
@@ -220,8 +212,8 @@ void CheckIfDirectoryExist()
 void mnDataFilesPath_Click()
 {
     const QString sep = pathSep();
-    const GeneralSettingHooks& hooks = generalSettingHooks();
-    callHook(hooks.FillTextsGeneralSetting);
+    GeneralSettingView& view = generalSettingView();
+    view.FillTextsGeneralSetting();
     // Unlike the start-up texts, these end in a separator, and the ZBL root
     // has no fallback on the KVX one.
     GeneralSettingModel& window = generalSetting();
@@ -229,7 +221,7 @@ void mnDataFilesPath_Click()
                                      sep + "Files" + sep);
     window.setTxtCurrentZBLFilesPath(getSetting(SectionUserFileTransfert, "ZBL") + sep + "ZBL" +
                                      sep + "Files" + sep);
-    callHook(hooks.bringUp);
+    view.bringUp();
 }
 
 Bool16 SelectKvxTestFile()
@@ -281,8 +273,8 @@ Bool16 ReopenKvxTestFile()
 
 Bool16 SelectLogoImage()
 {
-    LogoSelectionHooks& hooks = logoSelectionHooks();
-    callHook(hooks.hideResizeLogo);
+    LogoSelectionView& view = logoSelectionView();
+    view.hideResizeLogo();
     CommonDialogState& dialog = cdOpenLogo();
     dialog.FileName = QString::fromLatin1(LogoImagePattern);
     dialog.DialogTitle = QString::fromLatin1(LogoDialogTitle);
@@ -291,8 +283,7 @@ Bool16 SelectLogoImage()
     if (dialog.FileName == QLatin1String(LogoImagePattern))
         return True16;
     appState().LogoImagePath = Dynamic(dialog.FileName);
-    if (hooks.loadLogoImage)
-        hooks.loadLogoImage(dialog.FileName);
+    view.loadLogoImage(dialog.FileName);
     return False16;
 }
 

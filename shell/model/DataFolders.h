@@ -68,30 +68,34 @@ private:
 
 GeneralSettingModel& generalSetting();
 
-// What the general settings window plugs in. An empty hook does nothing.
-struct GeneralSettingHooks
+// What the model asks of the general settings window.
+class GeneralSettingView
 {
-    std::function<void()> FillTextsGeneralSetting;
+public:
+    virtual ~GeneralSettingView() = default;
+    virtual void FillTextsGeneralSetting() = 0;
     // Focus if the window is visible, else show it modally, owned by frmMain.
-    std::function<void()> bringUp;
-    std::function<void()> hide;
+    virtual void bringUp() = 0;
+    virtual void hideWindow() = 0;
     // A label text of the model changed.
-    std::function<void()> mirror;
+    virtual void mirrorModel() = 0;
     // The owner of the folder picker: the main window.
-    OwnerWindow mainWindow = nullptr;
+    virtual OwnerWindow folderPickerOwner() = 0;
 };
-GeneralSettingHooks& generalSettingHooks();
+GeneralSettingView& generalSettingView();
 
-// What the logo work plugs into SelectLogoImage. An empty hook does nothing.
-struct LogoSelectionHooks
+// What SelectLogoImage asks of the logo windows.
+class LogoSelectionView
 {
+public:
+    virtual ~LogoSelectionView() = default;
     // Hides frmResizeLogo before the dialog opens.
-    std::function<void()> hideResizeLogo;
+    virtual void hideResizeLogo() = 0;
     // Loads the chosen image into the picture of the logo window and runs
     // AutoResizeLogo on it.
-    std::function<void(const QString& imagePath)> loadLogoImage;
+    virtual void loadLogoImage(const QString& imagePath) = 0;
 };
-LogoSelectionHooks& logoSelectionHooks();
+LogoSelectionView& logoSelectionView();
 
 // Start-up: finds the data folders from the store and puts them on the
 // window's labels; on the first run asks for a root, makes the tree and

@@ -62,7 +62,6 @@ frmGeneralSetting::frmGeneralSetting() : QDialog(&mainWindow())
             [] { generalSetting().btChangeZBLFilePath_Click(); });
     connect(ok, &QPushButton::clicked, this, [] { generalSetting().btOk_Click(); });
 
-    generalSettingHooks().mirror = [this] { mirrorModel(); };
     mirrorModel();
 }
 
@@ -106,13 +105,9 @@ void frmGeneralSetting::bringUp()
     exec();
 }
 
-void installGeneralSettingWindow()
+OwnerWindow frmGeneralSetting::folderPickerOwner()
 {
-    GeneralSettingHooks& hooks = generalSettingHooks();
-    hooks.FillTextsGeneralSetting = [] { frmGeneralSetting::instance().FillTextsGeneralSetting(); };
-    hooks.bringUp = [] { frmGeneralSetting::instance().bringUp(); };
-    hooks.hide = [] { frmGeneralSetting::instance().hide(); };
-    hooks.mainWindow = &mainWindow();
+    return &mainWindow();
 }
 
 } // namespace quenby

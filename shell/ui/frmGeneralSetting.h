@@ -4,6 +4,8 @@
 // logic of the buttons; the window only shows, hides and fills texts.
 #pragma once
 
+#include "shell/model/DataFolders.h"
+
 #include <QDialog>
 
 class QLabel;
@@ -11,7 +13,7 @@ class QPushButton;
 
 namespace quenby {
 
-class frmGeneralSetting final : public QDialog
+class frmGeneralSetting final : public QDialog, public GeneralSettingView
 {
     Q_OBJECT
 
@@ -19,12 +21,14 @@ public:
     // The one instance, made on first touch and only hidden afterwards.
     static frmGeneralSetting& instance();
 
-    void FillTextsGeneralSetting();
+    void FillTextsGeneralSetting() override;
     // Gives the window the focus if it is visible, else shows it modally,
     // owned by the main window; returns when it is hidden again.
-    void bringUp();
+    void bringUp() override;
+    void hideWindow() override { hide(); }
     // Copies the model's texts into the labels.
-    void mirrorModel();
+    void mirrorModel() override;
+    OwnerWindow folderPickerOwner() override;
 
 private:
     frmGeneralSetting();
@@ -36,9 +40,5 @@ private:
     QLabel* m_zblFolder = nullptr;
     QLabel* m_question = nullptr;
 };
-
-// Plugs the window into the language loader (FillTextsGeneralSetting) and
-// into the model's hooks. The window itself is made only when first touched.
-void installGeneralSettingWindow();
 
 } // namespace quenby

@@ -3,6 +3,7 @@
 // boxes and the open dialog answer from scripts, the settings live in a
 // temporary store and the folders in temporary directories.
 #include "shell/model/DataFolders.h"
+#include "shell/model/Session.h"
 #include "shell/model/AppState.h"
 #include "shell/model/CommonDialog.h"
 #include "shell/model/Platform.h"
@@ -56,7 +57,33 @@ protected:
     std::optional<QtSettingsStore> store;
     ScriptedServices scripted;
     QString savedCurrentFolder;
-    std::vector<QString> calls; // hooks of the window and of the logo work, in order
+    std::vector<QString> calls; // what the window and the logo work were asked, in order
+
+    // The general settings window and the logo windows, recording.
+    class RecordingViews final : public GeneralSettingView, public LogoSelectionView
+    {
+    public:
+        explicit RecordingViews(std::vector<QString>& calls)
+            : m_calls(calls)
+        {
+        }
+        void FillTextsGeneralSetting() override { m_calls.push_back("fill"); }
+        void bringUp() override { m_calls.push_back("bringUp"); }
+        void hideWindow() override { m_calls.push_back("hide"); }
+        void mirrorModel() override { m_calls.push_back("mirror"); }
+        OwnerWindow folderPickerOwner() override { return nullptr; }
+        void hideResizeLogo() override { m_calls.push_back("hideResizeLogo"); }
+        void loadLogoImage(const QString& path) override
+        {
+            m_calls.push_back("loadLogoImage " + path);
+        }
+
+    private:
+        std::vector<QString>& m_calls;
+    };
+    RecordingViews views{calls};
+    Installed<GeneralSettingView> generalSettingWindow{views};
+    Installed<LogoSelectionView> logoWindows{views};
 
     void SetUp() override
     {
@@ -68,29 +95,11 @@ protected:
         store.emplace(storeDir.path());
         setSettingsStore(&*store);
         setAppPathOverride(programDir.path());
-        GeneralSettingHooks& hooks = generalSettingHooks();
-        hooks.FillTextsGeneralSetting = [this] { calls.push_back("fill"); };
-        hooks.bringUp = [this] { calls.push_back("bringUp"); };
-        hooks.hide = [this] { calls.push_back("hide"); };
-        hooks.mirror = [this] { calls.push_back("mirror"); };
-        logoSelectionHooks().hideResizeLogo = [this] { calls.push_back("hideResizeLogo"); };
-        logoSelectionHooks().loadLogoImage = [this](const QString& path) {
-            calls.push_back("loadLogoImage " + path);
-        };
     }
 
     void TearDown() override
     {
         SequentialFiles::instance().closeAll();
-        appState() = AppState{};
-        CommonDialog1() = CommonDialogState{};
-        cdOpenLogo() = CommonDialogState{};
-        generalSettingHooks() = GeneralSettingHooks{};
-        logoSelectionHooks() = LogoSelectionHooks{};
-        generalSetting() = GeneralSettingModel{};
-        resetFolderTestObject();
-        setSettingsStore(nullptr);
-        setAppPathOverride({});
         QDir::setCurrent(savedCurrentFolder);
     }
 

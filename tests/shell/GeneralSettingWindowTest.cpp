@@ -66,6 +66,7 @@ private:
     QTemporaryDir storeDir;
     QTemporaryDir dataDir;
     std::optional<QtSettingsStore> store;
+    std::optional<Installed<GeneralSettingView>> view;
     std::optional<ScriptedServices> scripted;
     std::optional<RuntimeError> caught;
     QString savedCurrentFolder;
@@ -92,7 +93,7 @@ private Q_SLOTS:
         writeBytes(programDir.filePath("en.lng"), crlfLines({"frmMain.Caption,Quenby"}));
         // The main window owns the settings window, as in the program.
         frmMain::instance();
-        installGeneralSettingWindow();
+        view.emplace(frmGeneralSetting::instance());
     }
 
     void init()
