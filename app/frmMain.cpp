@@ -180,7 +180,7 @@ frmMain::frmMain()
     connectCommand("mnuAnglais", &mnuAnglais_Click);
     connectCommand("mnuFrancais", &mnuFrancais_Click);
     connectCommand("mnuPolish", &mnuPolish_Click);
-    connectCommand("mnuAbout", &frmAbout::showAbout);
+    connectCommand("mnuAbout", &mnuAbout_Click);
 
     installView<LanguageWindows>(*this);
 }

@@ -39,9 +39,9 @@ bool frmAbout::isLoaded()
     return s_loaded != nullptr;
 }
 
-void frmAbout::showAbout()
+void mnuAbout_Click()
 {
-    frmAbout& window = instance();
+    frmAbout& window = frmAbout::instance();
     window.show();
     window.raise();
     window.activateWindow();

@@ -21,8 +21,6 @@ public:
     // The loaded window, made (and so laid out) if none is loaded.
     static frmAbout& instance();
     static bool isLoaded();
-    // What the About menu command does: a plain show, not modal.
-    static void showAbout();
 
     ~frmAbout() override;
 
@@ -50,5 +48,9 @@ private:
     QPlainTextEdit* m_lbAddress = nullptr;
     QLabel* m_lbSoftwareVersion = nullptr;
 };
+
+// The main window's About command: a plain show of the About window, not
+// modal.
+void mnuAbout_Click();
 
 } // namespace quenby

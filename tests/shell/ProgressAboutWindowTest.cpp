@@ -434,7 +434,7 @@ private Q_SLOTS:
     void aboutShowsWithoutBeingModal()
     {
         unloadAbout();
-        frmAbout::showAbout();
+        mnuAbout_Click();
         frmAbout& w = frmAbout::instance();
         QVERIFY(w.isVisible());
         QVERIFY(!w.isModal());
@@ -442,7 +442,7 @@ private Q_SLOTS:
         QVERIFY(QApplication::activeModalWidget() == nullptr);
         // Showing it again keeps the same window.
         QPointer<frmAbout> shown = &w;
-        frmAbout::showAbout();
+        mnuAbout_Click();
         QCOMPARE(&frmAbout::instance(), shown.data());
         unloadAbout();
     }
@@ -468,7 +468,7 @@ private Q_SLOTS:
                    "frmAbout.lbSoftwareVersion.Caption,Program version:",
                    "frmAbout.lbAddress,Line one\\nLine two",
                    "frmAbout.lblOrvaneCompany,Orvane Instruments"});
-        frmAbout::showAbout();
+        mnuAbout_Click();
         QPointer<frmAbout> first = &frmAbout::instance();
         first->FillTextsAbout();
         QCOMPARE(first->lblOrvaneCompany()->text(), QString("Orvane Instruments"));
@@ -480,7 +480,7 @@ private Q_SLOTS:
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         QVERIFY(first.isNull());
 
-        frmAbout::showAbout();
+        mnuAbout_Click();
         frmAbout& second = frmAbout::instance();
         QVERIFY(second.isVisible());
         QCOMPARE(second.windowTitle(), QString("About"));
