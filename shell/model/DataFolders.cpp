@@ -118,11 +118,11 @@ void GeneralSettingModel::btChangeKVXFilePath_Click()
             // the file system reads it as one.
             if (IsDirectory(root + sep + "KVX" + sep) == False16) {
                 makeDirectory(root + sep + "KVX" + sep);
-                makeDirectory(root + sep + "KVX" + sep + sep + "Files" + sep);
+                makeDirectory(dataFilesFolder(root, "KVX" + sep) + sep); // the doubled separator is kept
             }
             saveSetting(SectionUserFileTransfert, "KVX", root);
-            setTxtCurrentKVXFilesPath(getSetting(SectionUserFileTransfert, "KVX") + sep + "KVX" +
-                                      sep + "Files" + sep);
+            setTxtCurrentKVXFilesPath(
+                dataFilesFolder(getSetting(SectionUserFileTransfert, "KVX"), "KVX") + sep);
         }
     }
     generalSettingView().bringUp();
@@ -136,10 +136,10 @@ void GeneralSettingModel::btChangeZBLFilePath_Click()
         if (showMessage(m_question, MsgButtons::YesNo, MsgIcon::None, QString()) != MsgAnswer::No) {
             if (IsDirectory(root + sep + "ZBL" + sep) == False16) {
                 makeDirectory(root + sep + "ZBL" + sep);
-                makeDirectory(root + sep + "ZBL" + sep + "Files" + sep);
+                makeDirectory(dataFilesFolder(root, "ZBL") + sep);
             }
             saveSetting(SectionUserFileTransfert, "ZBL", root);
-            setTxtCurrentZBLFilesPath(root + sep + "ZBL" + sep + "Files" + sep);
+            setTxtCurrentZBLFilesPath(dataFilesFolder(root, "ZBL") + sep);
         }
     }
     generalSettingView().bringUp();
@@ -166,6 +166,12 @@ LogoSelectionView& logoSelectionView()
     return Slot<LogoSelectionView>::current();
 }
 
+QString dataFilesFolder(const QString& root, const QString& instrument)
+{
+    const QString sep = pathSep();
+    return root + sep + instrument + sep + QStringLiteral("Files");
+}
+
 void CheckIfDirectoryExist()
 {
     const QString sep = pathSep();
@@ -176,15 +182,15 @@ void CheckIfDirectoryExist()
     // Neither branch checks that the folders exist: a removed root shows up
     // only when a dialog opens there.
     if (!user.isEmpty()) {
-        window.setTxtCurrentKVXFilesPath(user + sep + "KVX" + sep + "Files");
-        window.setTxtCurrentZBLFilesPath(getSetting(SectionUserFileTransfert, "ZBL", user) + sep +
-                                         "ZBL" + sep + "Files");
+        window.setTxtCurrentKVXFilesPath(dataFilesFolder(user, "KVX"));
+        window.setTxtCurrentZBLFilesPath(
+            dataFilesFolder(getSetting(SectionUserFileTransfert, "ZBL", user), "ZBL"));
     } else if (!last.isEmpty()) {
         // The folder of the last opened file ends in a separator, so the join
         // doubles it; this is intended and left as it falls.
-        window.setTxtCurrentKVXFilesPath(last + sep + "KVX" + sep + "Files");
-        window.setTxtCurrentZBLFilesPath(getSetting(SectionFileTransfert, "ZBL", last) + sep +
-                                         "ZBL" + sep + "Files");
+        window.setTxtCurrentKVXFilesPath(dataFilesFolder(last, "KVX"));
+        window.setTxtCurrentZBLFilesPath(
+            dataFilesFolder(getSetting(SectionFileTransfert, "ZBL", last), "ZBL"));
     } else {
         showMessage(DataDirectoryNotExist, MsgButtons::Ok, MsgIcon::Critical);
         // A cancelled picker gives "": the tree is then made at the root of
@@ -193,16 +199,16 @@ void CheckIfDirectoryExist()
         const QString root = askForRoot();
         if (IsDirectory(root + sep + "ZBL" + sep) == False16) {
             makeDirectory(root + sep + "ZBL" + sep);
-            makeDirectory(root + sep + "ZBL" + sep + "Files" + sep);
+            makeDirectory(dataFilesFolder(root, "ZBL") + sep);
         }
         if (IsDirectory(root + sep + "KVX" + sep) == False16) {
             makeDirectory(root + sep + "KVX" + sep);
-            makeDirectory(root + sep + "KVX" + sep + sep + "Files" + sep);
+            makeDirectory(dataFilesFolder(root, "KVX" + sep) + sep); // the doubled separator is kept
         }
         saveSetting(SectionUserFileTransfert, "KVX", root);
         saveSetting(SectionUserFileTransfert, "ZBL", root);
-        window.setTxtCurrentKVXFilesPath(root + sep + "KVX" + sep + "Files");
-        window.setTxtCurrentZBLFilesPath(root + sep + "ZBL" + sep + "Files");
+        window.setTxtCurrentKVXFilesPath(dataFilesFolder(root, "KVX"));
+        window.setTxtCurrentZBLFilesPath(dataFilesFolder(root, "ZBL"));
     }
 
     appState().KvxDataFolderText = window.txtCurrentKVXFilesPath();
@@ -217,10 +223,10 @@ void mnDataFilesPath_Click()
     // Unlike the start-up texts, these end in a separator, and the ZBL root
     // has no fallback on the KVX one.
     GeneralSettingModel& window = generalSetting();
-    window.setTxtCurrentKVXFilesPath(getSetting(SectionUserFileTransfert, "KVX") + sep + "KVX" +
-                                     sep + "Files" + sep);
-    window.setTxtCurrentZBLFilesPath(getSetting(SectionUserFileTransfert, "ZBL") + sep + "ZBL" +
-                                     sep + "Files" + sep);
+    window.setTxtCurrentKVXFilesPath(
+        dataFilesFolder(getSetting(SectionUserFileTransfert, "KVX"), "KVX") + sep);
+    window.setTxtCurrentZBLFilesPath(
+        dataFilesFolder(getSetting(SectionUserFileTransfert, "ZBL"), "ZBL") + sep);
     view.bringUp();
 }
 
@@ -238,7 +244,7 @@ Bool16 SelectKvxTestFile()
     else if (FolderExistsFso(folder) != False16)
         dialog.InitDir = folder;
     else
-        dialog.InitDir = folder + sep + "KVX" + sep + "Files";
+        dialog.InitDir = dataFilesFolder(folder, "KVX");
     return selectTestFile(KvxTestFilePattern, "KVX", appState().KvxTestFilePath,
                           appState().KvxTestFileNo);
 }
@@ -252,7 +258,7 @@ Bool16 SelectZblTestFile()
     // program, and a label that is no folder leaves the dialog in the folder
     // it had.
     if (folder.isEmpty())
-        dialog.InitDir = AppPath() + sep + "ZBL" + sep + "Files";
+        dialog.InitDir = dataFilesFolder(AppPath(), "ZBL");
     else if (IsDirectory(folder) != False16)
         dialog.InitDir = folder;
     return selectTestFile(ZblTestFilePattern, "ZBL", appState().ZblTestFilePath,

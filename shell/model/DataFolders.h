@@ -97,6 +97,11 @@ public:
 };
 LogoSelectionView& logoSelectionView();
 
+// The test files folder of one instrument under a data root:
+// root + sep + instrument + sep + "Files", as every folder of the data tree is
+// named ("KVX" or "ZBL").
+QString dataFilesFolder(const QString& root, const QString& instrument);
+
 // Start-up: finds the data folders from the store and puts them on the
 // window's labels; on the first run asks for a root, makes the tree and
 // stores it. Ends by copying both labels into KvxDataFolderText and
