@@ -1,11 +1,16 @@
 // Reading a ten-tap KVX test file with full curves (119 points a tap), the
 // way the open command does: open under a fresh number, flush, clear, read.
-// The file is closed after each read so that numbers do not run out.
+// The file is closed after each read so that numbers do not run out. The run
+// has its own sessions, as the program has.
+#include "kvx/model/KvxSession.h"
 #include "kvx/model/KvxTestFileReader.h"
 #include "kvx/model/KvxTestRecord.h"
 #include "shell/model/AppState.h"
 #include "shell/model/Platform.h"
 #include "shell/model/SequentialFiles.h"
+#include "shell/model/Services.h"
+#include "shell/model/Session.h"
+#include "shell/model/ShellSession.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -17,6 +22,9 @@ namespace {
 
 void readTenTapFile(benchmark::State& state)
 {
+    OwnedSession<Services> services;
+    OwnedSession<ShellSession> shell;
+    OwnedSession<KvxSession> kvx;
     QTemporaryDir dir;
     const QString lang = dir.filePath(QStringLiteral("en.lng"));
     QFile langFile(lang);

@@ -1,17 +1,26 @@
 #include "shell/model/SequentialFiles.h"
 
 #include "shell/model/RuntimeError.h"
+#include "shell/model/ShellSession.h"
 
 #include <QByteArray>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
+#include <algorithm>
+
 namespace quenby {
 
 namespace {
+// Reads take the file a block at a time; a test file or a language file fits
+// in one block.
 constexpr qint64 ChunkSize = 64 * 1024;
-}
+
+constexpr auto isLineEnd = [](char c) { return c == '\r' || c == '\n'; };
+constexpr auto isItemEnd = [](char c) { return c == ',' || c == '\r' || c == '\n'; };
+constexpr auto isQuote = [](char c) { return c == '"'; };
+} // namespace
 
 struct SequentialFiles::File
 {
@@ -34,12 +43,39 @@ struct SequentialFiles::File
         }
         return static_cast<unsigned char>(buffer[next]);
     }
-    int get()
+    // Consumes the bytes up to the first one that `isStop` accepts, or to the
+    // end of the file, and gives them decoded; the stop byte stays unread. A
+    // run that lies inside the block is decoded straight from it.
+    template <class IsStop>
+    QString takeUntil(IsStop isStop)
     {
-        const int c = peek();
-        if (c >= 0)
-            ++next;
-        return c;
+        QByteArray carried; // the part of a run that lay in earlier blocks
+        while (peek() >= 0) {
+            const char* begin = buffer.constData() + next;
+            const char* end = buffer.constData() + buffer.size();
+            const char* stop = std::find_if(begin, end, isStop);
+            next += stop - begin;
+            if (stop != end && carried.isEmpty())
+                return decodeText(QByteArrayView(begin, stop), page);
+            carried.append(begin, stop - begin);
+            if (stop != end)
+                break;
+        }
+        return decodeText(carried, page);
+    }
+    // Consumes the bytes up to the first one that `isStop` accepts, or to the
+    // end of the file; the stop byte stays unread.
+    template <class IsStop>
+    void skipUntil(IsStop isStop)
+    {
+        while (peek() >= 0) {
+            const char* begin = buffer.constData() + next;
+            const char* end = buffer.constData() + buffer.size();
+            const char* stop = std::find_if(begin, end, isStop);
+            next += stop - begin;
+            if (stop != end)
+                return;
+        }
     }
     // Consumes the end of a line if one stands next: CR LF, CR or LF.
     void skipLineEnd()
@@ -56,10 +92,14 @@ struct SequentialFiles::File
     qint64 offset() const { return bufferStart + next; }
 };
 
+// The service of the shell session in force; the session makes it, and a
+// session that has none gets one here.
 SequentialFiles& SequentialFiles::instance()
 {
-    static SequentialFiles files;
-    return files;
+    std::unique_ptr<SequentialFiles>& files = shellSession().files;
+    if (!files)
+        files = std::make_unique<SequentialFiles>();
+    return *files;
 }
 
 SequentialFiles::SequentialFiles() = default;
@@ -148,21 +188,9 @@ QString SequentialFiles::lineInput(Int16 fileNo)
     File& f = readable(fileNo);
     if (f.peek() < 0)
         raiseRuntimeError(err::InputPastEndOfFile, f.handle.fileName());
-    QByteArray line;
-    // Take the line a buffer at a time up to its end or the buffer's.
-    while (f.peek() >= 0) {
-        const char* begin = f.buffer.constData() + f.next;
-        const char* end = f.buffer.constData() + f.buffer.size();
-        const char* stop = begin;
-        while (stop != end && *stop != '\r' && *stop != '\n')
-            ++stop;
-        line.append(begin, stop - begin);
-        f.next += stop - begin;
-        if (stop != end)
-            break;
-    }
+    QString line = f.takeUntil(isLineEnd);
     f.skipLineEnd();
-    return decodeText(line, f.page);
+    return line;
 }
 
 QString SequentialFiles::input(Int16 fileNo)
@@ -175,25 +203,22 @@ QString SequentialFiles::input(Int16 fileNo)
     }
     if (c < 0)
         raiseRuntimeError(err::InputPastEndOfFile, f.handle.fileName());
-    QByteArray item;
+    QString item;
     if (c == '"') {
         ++f.next;
-        for (c = f.get(); c >= 0 && c != '"'; c = f.get())
-            item.append(static_cast<char>(c));
+        item = f.takeUntil(isQuote);
+        if (f.peek() == '"')
+            ++f.next;
         // Whatever stands between the closing quote and the delimiter is dropped.
-        for (c = f.peek(); c >= 0 && c != ',' && c != '\r' && c != '\n'; c = f.peek())
-            ++f.next;
+        f.skipUntil(isItemEnd);
     } else {
-        for (; c >= 0 && c != ',' && c != '\r' && c != '\n'; c = f.peek()) {
-            item.append(static_cast<char>(c));
-            ++f.next;
-        }
+        item = f.takeUntil(isItemEnd);
     }
-    if (c == ',')
+    if (f.peek() == ',')
         ++f.next;
     else
         f.skipLineEnd();
-    return decodeText(item, f.page);
+    return item;
 }
 
 bool SequentialFiles::eof(Int16 fileNo)

@@ -30,6 +30,7 @@ public:
     enum class Mode { Input, Output, Append };
     static constexpr Int16 MaxFileNumber = 255;
 
+    // The files of the shell session in force (shellSession().files).
     static SequentialFiles& instance();
 
     SequentialFiles();

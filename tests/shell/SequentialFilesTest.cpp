@@ -1,5 +1,7 @@
 #include "shell/model/RuntimeError.h"
 #include "shell/model/SequentialFiles.h"
+#include "shell/model/Session.h"
+#include "shell/model/ShellSession.h"
 #include "tests/support/TestFiles.h"
 
 #include <QDir>
@@ -7,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <vector>
 
 using namespace quenby;
 using namespace quenby::testing;
@@ -121,6 +124,51 @@ TEST_F(SequentialFilesTest, LongFileCrossesBufferBorders)
     EXPECT_EQ(n, 20000);
 }
 
+namespace {
+
+// Every item of a file read with input(), then every line with lineInput().
+std::vector<QString> readAllWays(SequentialFiles& files, Int16 no, qint64 start)
+{
+    std::vector<QString> out;
+    files.seek(no, start);
+    while (!files.eof(no))
+        out.push_back(files.input(no));
+    out.push_back(QStringLiteral("--"));
+    files.seek(no, start);
+    while (!files.eof(no))
+        out.push_back(files.lineInput(no));
+    return out;
+}
+
+} // namespace
+
+// The same text read from a small file and from behind a long first line
+// whose length moves it across the border of a read block, byte by byte: the
+// items and lines must not change, whatever falls on the border (a CR LF
+// pair, a quote, a comma, a blank before an item).
+TEST_F(SequentialFilesTest, ItemsAndLinesDoNotDependOnBlockBorders)
+{
+    const QByteArray text = "  a b,  c\r\n\"q,1\"  x,last\r\n\r\n   \r\n\"open\r\nquote\", tail ,"
+                            "\r\n\xB5Ohm,\"x\"\rnext\n\t\"never closed";
+    const Int16 small = openInput(text);
+    const std::vector<QString> expected = readAllWays(files, small, 1);
+    ASSERT_GT(expected.size(), 20u);
+    files.close(small);
+
+    const QString path = dir.filePath(QStringLiteral("shifted.txt"));
+    constexpr int Block = 64 * 1024;
+    for (int first = Block - static_cast<int>(text.size()) - 2; first <= Block; ++first) {
+        writeBytes(path, QByteArray(first, 'p') + "\r\n" + text);
+        const Int16 no = files.freeFile();
+        files.open(no, path, SequentialFiles::Mode::Input);
+        ASSERT_EQ(files.lineInput(no).size(), first);
+        const qint64 start = files.position(no);
+        ASSERT_EQ(start, first + 3);
+        EXPECT_EQ(readAllWays(files, no, start), expected) << "first line of " << first;
+        files.close(no);
+    }
+}
+
 TEST_F(SequentialFilesTest, DecodesWindows1252)
 {
     const Int16 no = openInput("10.5 \xB5Ohm\r\n");
@@ -221,4 +269,43 @@ TEST_F(SequentialFilesTest, FailureNamesTheFile)
         EXPECT_TRUE(e.where().endsWith(QStringLiteral(".txt")));
         EXPECT_EQ(e.text(), "Input past end of file");
     }
+}
+
+TEST(SequentialFilesOfTheSession, AreTheFilesOfTheShellSessionInForce)
+{
+    SequentialFiles& outer = SequentialFiles::instance();
+    EXPECT_EQ(&outer, shellSession().files.get());
+    QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("x.txt"));
+    writeBytes(path, "x\r\n");
+    outer.open(1, path, SequentialFiles::Mode::Input);
+    {
+        OwnedSession<ShellSession> inner;
+        SequentialFiles& files = SequentialFiles::instance();
+        EXPECT_EQ(&files, inner->files.get());
+        EXPECT_FALSE(files.isOpen(1));
+        files.open(2, path, SequentialFiles::Mode::Input);
+    }
+    EXPECT_EQ(&SequentialFiles::instance(), &outer);
+    EXPECT_TRUE(outer.isOpen(1));
+    EXPECT_FALSE(outer.isOpen(2));
+}
+
+TEST(SequentialFilesOfTheSession, ASessionWithoutFilesGetsThemOnFirstUse)
+{
+    shellSession().files.reset();
+    SequentialFiles& files = SequentialFiles::instance();
+    EXPECT_EQ(&files, shellSession().files.get());
+    EXPECT_EQ(files.openCount(), 0);
+}
+
+TEST(SequentialFilesOfTheSession, ResetClosesEveryFile)
+{
+    QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("x.txt"));
+    writeBytes(path, "x\r\n");
+    SequentialFiles::instance().open(1, path, SequentialFiles::Mode::Input);
+    shellSession().reset();
+    EXPECT_FALSE(SequentialFiles::instance().isOpen(1));
+    EXPECT_EQ(SequentialFiles::instance().openCount(), 0);
 }
