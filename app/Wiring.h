@@ -7,7 +7,12 @@ namespace quenby {
 
 class frmMain;
 
+// Every window in force behind the model that asks for it: the main window's
+// load does this, and so does a window test before its first test.
+void installWindows(frmMain& main);
+
 void installKvxViews(frmMain& main);
 void installZblViews(frmMain& main);
+void installUploadViews(frmMain& main);
 
 } // namespace quenby

@@ -42,61 +42,20 @@ void mnZBLBR_Click()
 {
     frmZBLBasicReport::instance().bringUp(&frmMain::instance());
 }
+// The advanced report's entry is disabled; its command does nothing.
+void mnZBLAR_Click() {}
+
+} // namespace
 
 // Puts every window in force behind the model that asks for it.
 void installWindows(frmMain& main)
 {
-    uploadFormHooks().bringUp = [] {
-        frmUploadDevice::instance().bringUp(&frmMain::instance());
-    };
     main.installView<GeneralSettingView>(frmGeneralSetting::instance());
     main.installView<CompensationDialogView>(frmCompensedResistanceSetting::instance());
     installKvxViews(main);
     installZblViews(main);
-
-    // The busy window, centred on the main one, and the status bar.
-    const auto showProgress = [](bool show) {
-        frmProcessProgress& progress = frmProcessProgress::instance();
-        if (show) {
-            progress.SetPositionForm();
-            progress.show();
-        } else {
-            progress.hide();
-        }
-    };
-    KvxReportHooks& report = kvxReportHooks();
-    report.showProgress = showProgress;
-    report.statusText = [](const QString& key) {
-        setStatusText(key);
-        frmMain::instance().mirrorState();
-    };
-
-    KvxRoadHooks& road = kvxRoadHooks();
-    road.hideReports = [] {
-        frmKVXCondensedReport::instance().hide();
-        frmZBLBasicReport::instance().hide();
-    };
-    road.fillReportTexts = [] { frmKVXCondensedReport::instance().FillTextsKvxCondensedReport(); };
-    road.mirrorMainWindow = [] { frmMain::instance().mirrorState(); };
-    // The knee wait sleeps until the next event instead of spinning a core.
-    road.waitForEvents = [] { QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents); };
-    road.showProgress = showProgress;
-    road.mirrorReport = [] { frmKVXCondensedReport::instance().mirrorModel(); };
-    road.bringUpReport = [] { frmKVXCondensedReport::instance().bringUp(&frmMain::instance()); };
-    ZblRoadHooks& zbl = zblRoadHooks();
-    zbl.showProgress = showProgress;
-    zbl.fillReportTexts = [] {
-        frmZBLBasicReport::instance().FillTextsZblBasicReport();
-        frmPrintZBLBasicReport::instance().FillTextsPrintZblBasicReport();
-    };
-
-    road.reloadReport = [] {
-        frmKVXCondensedReport::instance().hide();
-        KvxReport_Form_Load();
-    };
+    installUploadViews(main);
 }
-
-} // namespace
 
 frmMain& frmMain::instance()
 {
@@ -175,6 +134,7 @@ frmMain::frmMain()
     connectCommand("mnKVXANSIIEC1050", &mnKVXANSIIEC1050_Click);
     connectCommand("mnZBLFiles", &mnZBLFiles_Click);
     connectCommand("mnZBLBR", &mnZBLBR_Click);
+    connectCommand("mnZBLAR", &mnZBLAR_Click);
     connectCommand("mnDataFilesPath", &mnDataFilesPath_Click);
     connectCommand("mnUploadPcDevice", &mnUploadPcDevice_Click);
     connectCommand("mnuAnglais", &mnuAnglais_Click);
@@ -183,6 +143,31 @@ frmMain::frmMain()
     connectCommand("mnuAbout", &mnuAbout_Click);
 
     installView<LanguageWindows>(*this);
+    installView<MainWindowView>(*this);
+}
+
+void frmMain::showProgress(bool show)
+{
+    // The busy window, centred on the main one.
+    frmProcessProgress& progress = frmProcessProgress::instance();
+    if (show) {
+        progress.SetPositionForm();
+        progress.show();
+    } else {
+        progress.hide();
+    }
+}
+
+void frmMain::waitForEvents()
+{
+    // The knee wait sleeps until the next event instead of spinning a core.
+    QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+}
+
+void frmMain::hideReports()
+{
+    frmKVXCondensedReport::instance().hide();
+    frmZBLBasicReport::instance().hide();
 }
 
 void frmMain::fillTexts(const QString& routine)

@@ -2,6 +2,7 @@
 // main window state of the model; its load step runs the start-up sequence.
 #pragma once
 
+#include "shell/model/MainWindowView.h"
 #include "localisation/model/LanguageLookup.h"
 #include "localisation/ui/WindowTexts.h"
 #include "shell/ui/MainWindowOwner.h"
@@ -24,7 +25,8 @@ namespace quenby {
 class frmMain final : public QMainWindow,
                      public WindowTextReceiver,
                      public MainWindowOwner,
-                     public LanguageWindows
+                     public LanguageWindows,
+                     public MainWindowView
 {
     Q_OBJECT
 
@@ -54,6 +56,12 @@ public:
     void fillTexts(const QString& routine) override;
     void setLanguageMenuEnabled(bool enabled) override;
     void loadUploadDevice() override;
+
+    // What the models ask of the main window.
+    void mirrorMainWindow() override { mirrorState(); }
+    void showProgress(bool show) override;
+    void waitForEvents() override;
+    void hideReports() override;
 
     // Puts `window` in force as the view its model asks for, for the rest of
     // the run.

@@ -20,6 +20,7 @@
 #include "shell/model/Platform.h"
 #include "shell/model/SequentialFiles.h"
 #include "shell/model/YieldHook.h"
+#include "tools/ToolSessions.h"
 
 #include <QApplication>
 #include <QFile>
@@ -87,6 +88,7 @@ void kneeClickAndFill(bool ieee45)
 
 void kneeClickToFilledReport(benchmark::State& state)
 {
+    tools::ToolSessions sessions;
     BenchLanguage language;
     if (!language.install()) {
         state.SkipWithError("cannot write the language file");
@@ -103,6 +105,7 @@ void kneeClickToFilledReport(benchmark::State& state)
 
 void fileReadAndKneeClickToFilledReport(benchmark::State& state)
 {
+    tools::ToolSessions sessions;
     BenchLanguage language;
     if (!language.install()) {
         state.SkipWithError("cannot write the language file");
@@ -133,6 +136,7 @@ void makeApplication()
 
 void kneeClickToFilledReportOnScreen(benchmark::State& state)
 {
+    tools::ToolSessions sessions;
     makeApplication();
     BenchLanguage language;
     if (!language.install()) {

@@ -1,6 +1,6 @@
 // The road of a 122-row ZBL test from the open dialog to the report shown:
 //  - openToFilledReport: mnZBLFiles_Click on the model, the dialog answered
-//    with the sample's name, the report shown by a hook that does nothing;
+//    with the sample's name, the report shown by a window that does nothing;
 //  - openToReportOnScreen: the same, then the report window mirrors its
 //    122 rows of nine cells, offscreen.
 // Each run closes the file it opened so that numbers do not run out.
@@ -9,6 +9,7 @@
 #include "shell/model/Services.h"
 #include "shell/model/SettingsStore.h"
 #include "zbl/model/ZblBasicReportView.h"
+#include "tools/ToolSessions.h"
 #include "zbl/ui/frmZBLBasicReport.h"
 
 #include <QApplication>
@@ -33,13 +34,13 @@ struct Road
     {
         setSettingsStore(&store);
         services().files = &dialog;
-        zblRoadHooks().bringUpReport = [] {};
     }
     ~Road()
     {
         services().files = nullptr;
         setSettingsStore(nullptr);
     }
+    tools::ToolSessions sessions; // first: the road's settings go into its services
     QTemporaryDir dir;
     QtSettingsStore store{dir.path()};
     SampleDialog dialog;
@@ -59,7 +60,6 @@ void openToReportOnScreen(benchmark::State& state)
 {
     Road road;
     frmZBLBasicReport& report = frmZBLBasicReport::instance();
-    zblRoadHooks().bringUpReport = [] {};
     for (auto _ : state) {
         mnZBLFiles_Click();
         report.mirrorModel();

@@ -29,6 +29,21 @@ function(quenby_add_gtest name)
     DISCOVERY_MODE PRE_TEST
     TEST_PREFIX "${name}."
     PROPERTIES LABELS model ENVIRONMENT "${env}")
+  quenby_add_locale_runs(${name} model)
+endfunction()
+
+# The whole binary once more under a French and a Polish locale, each run its
+# own test: numbers must read and write the same whatever the desktop's
+# locale. The binaries take the locale from the environment at start, as the
+# program does.
+function(quenby_add_locale_runs name label)
+  get_property(env TARGET ${name} PROPERTY QUENBY_TEST_ENV)
+  foreach(locale fr_FR pl_PL)
+    add_test(NAME ${name}.${locale} COMMAND ${name})
+    set_tests_properties(${name}.${locale} PROPERTIES
+      LABELS "locale;${label}"
+      ENVIRONMENT "${env};LC_ALL=${locale}.UTF-8;LANG=${locale}.UTF-8")
+  endforeach()
 endfunction()
 
 # quenby_add_qtest(name LIBS lib... SOURCES src...): a Qt Test binary for a
@@ -41,4 +56,5 @@ function(quenby_add_qtest name)
   get_property(env TARGET ${name} PROPERTY QUENBY_TEST_ENV)
   add_test(NAME ${name} COMMAND ${name})
   set_tests_properties(${name} PROPERTIES LABELS window ENVIRONMENT "${env}")
+  quenby_add_locale_runs(${name} window)
 endfunction()

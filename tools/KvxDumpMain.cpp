@@ -6,6 +6,7 @@
 // else en.lng beside this program, else none (the key itself is shown). A read
 // that fails prints the failure on stderr, then the record as far as it was
 // filled, and ends with status 1.
+#include "tools/ToolSessions.h"
 #include "kvx/model/KvxCondensedReportModel.h"
 #include "kvx/model/KvxRecordDump.h"
 #include "kvx/model/KvxTestFileReader.h"
@@ -43,6 +44,7 @@ int usage()
 int main(int argc, char** argv)
 {
     QCoreApplication app(argc, argv);
+    tools::ToolSessions sessions;
     QStringList args = QCoreApplication::arguments();
     args.removeFirst();
 

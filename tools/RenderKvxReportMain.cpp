@@ -10,6 +10,7 @@
 // Texts come from the language file given, else from en.lng beside this
 // program. A read that fails prints the failure and ends with status 1; bad
 // arguments end with status 2.
+#include "tools/ToolSessions.h"
 #include "kvx/model/KneeGraph.h"
 #include "kvx/model/KvxReportView.h"
 #include "kvx/model/KvxTestFileReader.h"
@@ -75,6 +76,7 @@ void openAndFill(const QString& path, const QString& standard)
 int main(int argc, char** argv)
 {
     QApplication app(argc, argv);
+    tools::ToolSessions sessions;
     QStringList args = QCoreApplication::arguments();
     args.removeFirst();
 

@@ -8,6 +8,7 @@
 // Texts come from the language file given, else from en.lng beside this
 // program. A read that fails prints the failure and ends with status 1; bad
 // arguments end with status 2.
+#include "tools/ToolSessions.h"
 #include "shell/model/AppState.h"
 #include "shell/model/Platform.h"
 #include "shell/model/RuntimeError.h"
@@ -58,6 +59,7 @@ bool save(QWidget& window, const QString& path)
 int main(int argc, char** argv)
 {
     QApplication app(argc, argv);
+    tools::ToolSessions sessions;
     QStringList args = QCoreApplication::arguments();
     args.removeFirst();
     QString langFile = AppPath() + pathSep() + QStringLiteral("en.lng");
@@ -73,7 +75,6 @@ int main(int argc, char** argv)
     services().files = &dialog;
     // The report is grabbed, not shown: nothing waits for the operator.
     frmZBLBasicReport& report = frmZBLBasicReport::instance();
-    zblRoadHooks().bringUpReport = [] {};
     try {
         report.FillTextsZblBasicReport();
         mnZBLFiles_Click();

@@ -9,6 +9,7 @@ packages=(
   libgtest-dev libbenchmark-dev
   clang libclang-rt-14-dev
   fonts-dejavu-core xvfb xauth x11-apps imagemagick
+  locales clang-format
 )
 
 missing=()
@@ -17,11 +18,25 @@ for p in "${packages[@]}"; do
     missing+=("$p")
   fi
 done
-[ ${#missing[@]} -eq 0 ] && exit 0
-
-echo "Installing: ${missing[*]}"
 sudo=""
 [ "$(id -u)" -eq 0 ] || sudo="sudo"
 export DEBIAN_FRONTEND=noninteractive
-$sudo apt-get update -qq
-$sudo apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+if [ ${#missing[@]} -ne 0 ]; then
+  echo "Installing: ${missing[*]}"
+  $sudo apt-get update -qq
+  $sudo apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+fi
+
+# The suite also runs under a French and a Polish locale.
+wanted_locales=(fr_FR.UTF-8 pl_PL.UTF-8)
+have=$(locale -a 2>/dev/null | tr '[:upper:]' '[:lower:]' | sed 's/utf8/utf-8/')
+regenerate=0
+for l in "${wanted_locales[@]}"; do
+  lower=$(echo "$l" | tr '[:upper:]' '[:lower:]')
+  if ! grep -qx "$lower" <<<"$have"; then
+    $sudo sed -i "s/^# *\($l UTF-8\)/\1/" /etc/locale.gen
+    grep -q "^$l UTF-8" /etc/locale.gen || echo "$l UTF-8" | $sudo tee -a /etc/locale.gen >/dev/null
+    regenerate=1
+  fi
+done
+[ $regenerate -eq 0 ] || $sudo locale-gen >/dev/null

@@ -1,4 +1,5 @@
 #include "kvx/model/KneeGraph.h"
+#include "kvx/model/KvxSession.h"
 
 #include "shell/model/AppState.h"
 #include "shell/model/NumberText.h"
@@ -145,8 +146,7 @@ void KneeGraph::setTrackMode(int mode)
 
 KneeGraph& kvxReportGraph()
 {
-    static KneeGraph graph;
-    return graph;
+    return kvxSession().graph;
 }
 
 // ---- frmGraph ---------------------------------------------------------------
@@ -368,8 +368,7 @@ Int16 TestExcelChart::pointCount(const QString& code) const
 
 TestExcelChart& frmTestExcelChart()
 {
-    static TestExcelChart chart;
-    return chart;
+    return kvxSession().testExcelChart;
 }
 
 } // namespace quenby

@@ -1,5 +1,6 @@
 #include "kvx/model/KvxCompensation.h"
 
+#include "kvx/model/KvxReportWindow.h"
 #include "kvx/model/KvxCondensedReportModel.h"
 #include "kvx/model/KvxReportView.h"
 #include "kvx/model/KvxTestRecord.h"
@@ -41,8 +42,7 @@ void KvxReportCompensation::fillCompensedColumns()
 
 void KvxReportCompensation::mirrorReport()
 {
-    if (kvxReportHooks().mirrorReport)
-        kvxReportHooks().mirrorReport();
+    kvxReportWindow().mirrorReport();
 }
 
 void FillKVXBasicReportConpensedResistance()

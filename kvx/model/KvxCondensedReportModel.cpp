@@ -1,4 +1,5 @@
 #include "kvx/model/KvxCondensedReportModel.h"
+#include "kvx/model/KvxSession.h"
 
 #include "shell/model/RuntimeError.h"
 
@@ -91,8 +92,7 @@ QString* KvxCondensedReportModel::headerField(const QString& control)
 
 KvxCondensedReportModel& kvxCondensedReport()
 {
-    static KvxCondensedReportModel report;
-    return report;
+    return kvxSession().report;
 }
 
 } // namespace quenby

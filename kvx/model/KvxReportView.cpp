@@ -3,11 +3,14 @@
 #include "kvx/model/KneeGraph.h"
 #include "kvx/model/KvxCondensedReportModel.h"
 #include "kvx/model/KvxTestFileReader.h"
+#include "kvx/model/KvxReportWindow.h"
 #include "kvx/model/KvxTestRecord.h"
 #include "localisation/model/LanguageLookup.h"
+#include "report/model/TemperatureCompensation.h"
 #include "shell/model/AppState.h"
 #include "shell/model/Checked.h"
 #include "shell/model/FileSystem.h"
+#include "shell/model/MainWindowView.h"
 #include "shell/model/NumberText.h"
 #include "shell/model/Platform.h"
 
@@ -19,22 +22,16 @@ namespace {
 
 using Col = KvxReportColumn;
 
-void call(const std::function<void()>& hook)
-{
-    if (hook)
-        hook();
-}
-
 void showProgress(bool show)
 {
-    if (kvxReportHooks().showProgress)
-        kvxReportHooks().showProgress(show);
+    mainWindowView().showProgress(show);
 }
 
+// The language text of `key` on the main window's status bar.
 void statusText(const char* key)
 {
-    if (kvxReportHooks().statusText)
-        kvxReportHooks().statusText(QString::fromLatin1(key));
+    setStatusText(QString::fromLatin1(key));
+    mainWindowView().mirrorMainWindow();
 }
 
 bool fillRunning()
@@ -124,11 +121,6 @@ void kneeCommand(const char* standard)
 
 } // namespace
 
-KvxReportHooks& kvxReportHooks()
-{
-    static KvxReportHooks hooks;
-    return hooks;
-}
 
 void FillKvxReportHeader()
 {
@@ -199,12 +191,12 @@ void RefreshKvxReport()
     if (fillRunning())
         return;
     KvxCondensedReportModel& m = kvxCondensedReport();
-    KvxReportHooks& hooks = kvxReportHooks();
+    KvxReportWindow& window = kvxReportWindow();
 
     statusText(MainStatusKeys::ProcessProgress);
     const bool wasShown = m.shown;
     m.shown = false;
-    call(hooks.hideReport);
+    window.hideReport();
     appState().ProcessInProgress = True16;
     showProgress(true);
     FillKvxReportTaps();
@@ -216,11 +208,14 @@ void RefreshKvxReport()
     appState().ProcessInProgress = False16;
     showProgress(false);
     statusText(MainStatusKeys::Ready);
-    call(hooks.mirrorReport);
+    window.mirrorReport();
     // From its own menu the report is still inside the modal show that
     // brought it up, so a plain show puts it back there.
     m.shown = true;
-    call(wasShown ? hooks.showReport : hooks.bringUpReport);
+    if (wasShown)
+        window.showReport();
+    else
+        window.bringUpReport();
 }
 
 void KvxReport_Form_Load()
@@ -241,37 +236,37 @@ void KvxReport_Form_Load()
     graph.setAxisCaption(KneeGraph::AxisY,
                          GetLanguageText(QStringLiteral("frmKVXCondensedReport.CWGraph1.AxesY")));
     const QString logo = AppPath() + pathSep() + QStringLiteral("logo.bmp");
-    if (FileExistsApi(logo) != False16 && kvxReportHooks().loadLogo)
-        kvxReportHooks().loadLogo(logo, KvxReportLogoLeft, KvxReportLogoTop);
+    if (FileExistsApi(logo) != False16)
+        kvxReportWindow().loadLogo(logo, KvxReportLogoLeft, KvxReportLogoTop);
     graph.setTrackMode(TrackDragCursor);
 }
 
 void KvxReport_Form_Unload()
 {
     kvxCondensedReport().shown = false;
-    call(kvxReportHooks().hideReport);
-    call(kvxReportHooks().hideCompensationDialog);
+    kvxReportWindow().hideReport();
+    compensationDialog().hideDialog();
 }
 
-void KvxReport_mnKneeIEEE30_Click()
+void mnKneeIEEE30_Click()
 {
     kneeCommand(KneeStandardIeee30);
 }
 
-void KvxReport_mnKneeIEEE45_Click()
+void mnKneeIEEE45_Click()
 {
     kneeCommand(KneeStandardIeee45);
 }
 
-void KvxReport_mnKneeAINSIIEC1050_Click()
+void mnKneeAINSIIEC1050_Click()
 {
     kneeCommand(KneeStandardIec1050);
 }
 
-void KvxReport_mnOk_Click()
+void mnOk_Click()
 {
     kvxCondensedReport().shown = false;
-    call(kvxReportHooks().hideReport);
+    kvxReportWindow().hideReport();
     flushGraph();
 }
 

@@ -6,8 +6,8 @@
 // (kvxCondensedReport()) and its graph (kvxReportGraph()); the window only
 // mirrors both. What the logic needs of windows (hide or show the report,
 // the busy window, the main window's status bar, the compensation dialog,
-// the logo) it asks through kvxReportHooks(), which the windows set; an
-// unset hook does nothing, so every operation runs headless.
+// the logo) it asks of their views (KvxReportWindow, MainWindowView, the
+// compensation dialog's), which the application installs and a test scripts.
 //
 // A report row n (1 to 10) is a position on the page, not a tap slot: the
 // taps present are packed from row 1 in slot order. Which rows show follows
@@ -18,32 +18,7 @@
 
 #include <QString>
 
-#include <functional>
-
 namespace quenby {
-
-// The report window sets hideReport, showReport, bringUpReport, mirrorReport
-// and hideCompensationDialog when it is made; the shell sets showProgress and
-// statusText, and the logo code loadLogo.
-struct KvxReportHooks
-{
-    std::function<void()> hideReport;
-    // A plain show: the report goes back into the modal wait it was shown in.
-    std::function<void()> showReport;
-    // Focus if the report is visible, else a modal show over its owner.
-    std::function<void()> bringUpReport;
-    std::function<void(bool)> showProgress; // the busy window, centred on the main one
-    // Puts the language text of a key on the main window's status bar.
-    std::function<void(const QString& key)> statusText;
-    std::function<void()> mirrorReport; // the cells changed
-    std::function<void()> hideCompensationDialog;
-    // Puts the logo file on imgLogo, its box's top left corner at the given
-    // place in twips.
-    std::function<void(const QString& path, double left, double top)> loadLogo;
-};
-
-KvxReportHooks& kvxReportHooks();
-
 
 // Where the logo goes on the page, in twips.
 inline constexpr double KvxReportLogoLeft = 1560;
@@ -80,12 +55,12 @@ void KvxReport_Form_Unload();
 
 // The knee commands: KneeStandard and the record's knee text set, then the
 // report refilled. Ignored while a fill runs.
-void KvxReport_mnKneeIEEE30_Click();
-void KvxReport_mnKneeIEEE45_Click();
-void KvxReport_mnKneeAINSIIEC1050_Click();
+void mnKneeIEEE30_Click();
+void mnKneeIEEE45_Click();
+void mnKneeAINSIIEC1050_Click();
 
 // Hides the report and zeroes the curves.
-void KvxReport_mnOk_Click();
+void mnOk_Click();
 
 // The page's top follows the scroll bar's value, 30 twips a step.
 void KvxReport_VScroll1_Change(int value);

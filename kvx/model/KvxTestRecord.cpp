@@ -1,4 +1,5 @@
 #include "kvx/model/KvxTestRecord.h"
+#include "kvx/model/KvxSession.h"
 
 namespace quenby {
 
@@ -53,8 +54,7 @@ int kvxSlotOfPair(const QString& pair)
 
 KvxTestRecord& kvxTestRecord()
 {
-    static KvxTestRecord record;
-    return record;
+    return kvxSession().record;
 }
 
 void ClearKvxRecord()

@@ -3,6 +3,7 @@
 #include "kvx/model/KneeGraph.h"
 #include "kvx/model/KvxCondensedReportModel.h"
 #include "kvx/model/KvxReportView.h"
+#include "kvx/model/KvxReportWindow.h"
 #include "kvx/model/KvxTestFileReader.h"
 #include "kvx/model/KvxTestRecord.h"
 #include "localisation/model/LanguageLookup.h"
@@ -10,27 +11,21 @@
 #include "shell/model/AppState.h"
 #include "shell/model/DataFolders.h"
 #include "shell/model/MainWindowState.h"
+#include "shell/model/MainWindowView.h"
 #include "shell/model/YieldHook.h"
 
 namespace quenby {
 
 namespace {
-void call(const std::function<void()>& hook)
-{
-    if (hook)
-        hook();
-}
-
 void showProgress(bool show)
 {
-    if (kvxRoadHooks().showProgress)
-        kvxRoadHooks().showProgress(show);
+    mainWindowView().showProgress(show);
 }
 
 void status(const char* key)
 {
     setStatusText(QString::fromLatin1(key));
-    call(kvxRoadHooks().mirrorMainWindow);
+    mainWindowView().mirrorMainWindow();
 }
 
 // Waits for the operator's click on a knee box. The rest of the menu stays
@@ -41,18 +36,16 @@ void waitForKneeChoice()
     MainWindowState& main = mainWindowState();
     main.chkKneeTypeVisible = {true, true, true};
     main.KneeChoiceDone = False16;
-    call(kvxRoadHooks().mirrorMainWindow);
-    while (main.KneeChoiceDone == False16) {
-        if (kvxRoadHooks().waitForEvents)
-            kvxRoadHooks().waitForEvents();
-        else
-            letSystemBreathe();
-    }
+    mainWindowView().mirrorMainWindow();
+    while (main.KneeChoiceDone == False16)
+        mainWindowView().waitForEvents();
 }
 
 void reportCommand(const char* standard)
 {
-    call(kvxRoadHooks().reloadReport);
+    // The report window unloaded and loaded again.
+    kvxReportWindow().hideReport();
+    KvxReport_Form_Load();
     appState().KneeStandard = QString::fromLatin1(standard);
     // These kept commands set the busy flag and never clear it; they are out
     // of reach in this version, and that is left as it is.
@@ -61,18 +54,12 @@ void reportCommand(const char* standard)
     ParseKvxHeaderFields();
     FillKvxReportHeader();
     FillKvxReportTaps();
-    call(kvxRoadHooks().fillReportTexts);
+    kvxReportWindow().fillReportTexts();
     showProgress(false);
-    call(kvxRoadHooks().mirrorReport);
-    call(kvxRoadHooks().bringUpReport);
+    kvxReportWindow().mirrorReport();
+    kvxReportWindow().bringUpReport();
 }
 } // namespace
-
-KvxRoadHooks& kvxRoadHooks()
-{
-    static KvxRoadHooks hooks;
-    return hooks;
-}
 
 QString kneeStandardOfBox(int index)
 {
@@ -100,14 +87,13 @@ void chkKneeType_Click(int index)
     if (wasChecked)
         chkKneeType_Click(index);
     main.KneeChoiceDone = True16;
-    call(kvxRoadHooks().mirrorMainWindow);
+    mainWindowView().mirrorMainWindow();
 }
 
 void mnKVXFiles_Click()
 {
-    KvxRoadHooks& hooks = kvxRoadHooks();
-    call(hooks.hideReports);
-    call(hooks.fillReportTexts);
+    mainWindowView().hideReports();
+    kvxReportWindow().fillReportTexts();
     kvxCondensedReport().lbUnZoomVisible = false;
 
     const Bool16 cancelled = SelectKvxTestFile();
@@ -119,7 +105,7 @@ void mnKVXFiles_Click()
     flushAllTap();
     flushGraph();
     ClearKvxRecord();
-    call(hooks.mirrorReport);
+    kvxReportWindow().mirrorReport();
     if (cancelled != False16)
         return;
 
@@ -140,8 +126,8 @@ void mnKVXFiles_Click()
         letSystemBreathe();
     showProgress(false);
     status(MainStatusKeys::Ready);
-    call(hooks.mirrorReport);
-    call(hooks.bringUpReport);
+    kvxReportWindow().mirrorReport();
+    kvxReportWindow().bringUpReport();
 }
 
 void mnKVXCRIEEE30_Click()

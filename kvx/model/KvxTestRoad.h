@@ -6,23 +6,7 @@
 
 #include <QString>
 
-#include <functional>
-
 namespace quenby {
-
-struct KvxRoadHooks
-{
-    std::function<void()> hideReports;      // the KVX and ZBL report windows
-    std::function<void()> fillReportTexts;  // FillTextsKvxCondensedReport
-    std::function<void()> mirrorMainWindow; // knee boxes and status text changed
-    std::function<void()> waitForEvents;    // one turn of the event loop, blocking
-    std::function<void(bool)> showProgress; // the busy window, centred on the main one
-    std::function<void()> mirrorReport;     // the report's cells changed
-    std::function<void()> bringUpReport;    // focus, or modal show over the main window
-    std::function<void()> reloadReport;     // unload and load the report window again
-};
-
-KvxRoadHooks& kvxRoadHooks();
 
 // The knee standard of box `index`: 0 "IEEE 30", 1 "IEEE 45", else "AINSI/IEC10/50".
 QString kneeStandardOfBox(int index);

@@ -15,6 +15,7 @@
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QPixmap>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
@@ -321,7 +322,6 @@ frmKVXCondensedReport::frmKVXCondensedReport()
 
     adoptDesignTexts();
     connectEvents();
-    installHooks();
 }
 
 QScrollBar* frmKVXCondensedReport::VScroll1() const
@@ -609,10 +609,10 @@ void frmKVXCondensedReport::connectEvents()
             mirrorModel();
         });
     };
-    command("mnKneeIEEE30", &KvxReport_mnKneeIEEE30_Click);
-    command("mnKneeIEEE45", &KvxReport_mnKneeIEEE45_Click);
-    command("mnKneeAINSIIEC1050", &KvxReport_mnKneeAINSIIEC1050_Click);
-    command("mnOk", &KvxReport_mnOk_Click);
+    command("mnKneeIEEE30", &mnKneeIEEE30_Click);
+    command("mnKneeIEEE45", &mnKneeIEEE45_Click);
+    command("mnKneeAINSIIEC1050", &mnKneeAINSIIEC1050_Click);
+    command("mnOk", &mnOk_Click);
     // mnPrint and mnExcel stay without a command until the print-out and the
     // export are built.
 
@@ -656,16 +656,12 @@ void frmKVXCondensedReport::connectEvents()
     });
 }
 
-void frmKVXCondensedReport::installHooks()
+void frmKVXCondensedReport::loadLogo(const QString& path, double /*left*/, double /*top*/)
 {
-    // The busy window, the status bar and the logo belong to other windows;
-    // the application plugs those in.
-    KvxReportHooks& hooks = kvxReportHooks();
-    hooks.hideReport = [this] { hide(); };
-    hooks.showReport = [this] { show(); };
-    hooks.bringUpReport = [this] { bringUp(); };
-    hooks.mirrorReport = [this] { mirrorModel(); };
-    hooks.hideCompensationDialog = [] { compensationDialog().hideDialog(); };
+    // imgLogo already stands where the page's design puts the logo.
+    const QPixmap logo(path);
+    if (!logo.isNull())
+        m_logo->setPixmap(logo.scaled(m_logo->size(), Qt::KeepAspectRatio, Qt::SmoothTransformation));
 }
 
 void frmKVXCondensedReport::Form_Load()

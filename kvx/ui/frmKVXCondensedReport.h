@@ -15,6 +15,8 @@
 // the report's logic (KvxReportView.h) and mirror the model again.
 #pragma once
 
+#include "kvx/model/KvxReportWindow.h"
+#include "shell/ui/MainWindowOwner.h"
 #include "kvx/ui/KvxKneeChart.h"
 #include "localisation/ui/WindowTexts.h"
 
@@ -56,7 +58,9 @@ QString kvxColumnArray(KvxColumn column);
 
 class ReportPageArea;
 
-class frmKVXCondensedReport final : public ReportWindow, public WindowTextReceiver
+class frmKVXCondensedReport final : public ReportWindow,
+                                    public WindowTextReceiver,
+                                    public KvxReportWindow
 {
     Q_OBJECT
 
@@ -93,6 +97,14 @@ public:
     // The list items of cbCompensation and the axis captions of CWGraph1.
     void applyWindowText(const WindowTextEntry& entry, const QString& text) override;
 
+    // What the report's model asks of the window.
+    void fillReportTexts() override { FillTextsKvxCondensedReport(); }
+    void mirrorReport() override { mirrorModel(); }
+    void showReport() override { show(); }
+    void hideReport() override { hide(); }
+    void bringUpReport() override { bringUp(&mainWindow()); }
+    void loadLogo(const QString& path, double left, double top) override;
+
 protected:
     void closeEvent(QCloseEvent* event) override;
     void setShown(bool shown) override;
@@ -110,7 +122,6 @@ private:
     QWidget* buildCompensationLine(QWidget* page);
     QWidget* buildGraph(QWidget* page);
     void connectEvents();
-    void installHooks();
     // The design captions of the heads and the knee label, as the model's
     // first cells.
     void adoptDesignTexts();

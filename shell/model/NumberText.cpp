@@ -2,15 +2,74 @@
 
 #include "shell/model/RuntimeError.h"
 
+#include <charconv>
 #include <cctype>
 #include <cmath>
-#include <cstdio>
-#include <cstdlib>
 #include <string>
+#include <system_error>
 
 namespace quenby {
 
 namespace {
+
+// Every number of the system is written and read here, and never through the
+// C library's printf or strtod: those follow the process locale, which the
+// application takes from the desktop at start, and a French or Polish desktop
+// would then write and read "1,5". to_chars and from_chars never look at it.
+
+// The value of a plain decimal text: an optional sign, digits with at most
+// one point, and an optional exponent "e" with an optional sign. Overflow
+// gives an infinity of the text's sign, underflow a zero, as strtod does.
+double parseDecimal(const std::string& s)
+{
+    const char* first = s.data();
+    const char* const last = s.data() + s.size();
+    bool negative = false;
+    if (first != last && (*first == '+' || *first == '-')) {
+        negative = *first == '-';
+        ++first;
+    }
+    double v = 0.0;
+    const auto [end, ec] = std::from_chars(first, last, v, std::chars_format::general);
+    (void)end;
+    if (ec == std::errc::result_out_of_range) {
+        // Too large or too small for a double: which one the decimal
+        // exponent of the first significant digit tells.
+        long exponent = 0;
+        long firstDigit = 0;
+        bool seenPoint = false;
+        bool seenDigit = false;
+        long position = 0;
+        const char* p = first;
+        for (; p != last && (std::isdigit(static_cast<unsigned char>(*p)) || *p == '.'); ++p) {
+            if (*p == '.') {
+                seenPoint = true;
+                continue;
+            }
+            if (!seenDigit && *p != '0') {
+                seenDigit = true;
+                firstDigit = seenPoint ? -(position + 1) : 0;
+            }
+            if (!seenPoint && seenDigit)
+                ++firstDigit;
+            if (seenPoint)
+                ++position;
+        }
+        if (p != last && (*p == 'e' || *p == 'E')) {
+            ++p;
+            bool expNegative = false;
+            if (p != last && (*p == '+' || *p == '-'))
+                expNegative = *p++ == '-';
+            for (; p != last && std::isdigit(static_cast<unsigned char>(*p)); ++p)
+                if (exponent < 100000)
+                    exponent = exponent * 10 + (*p - '0');
+            if (expNegative)
+                exponent = -exponent;
+        }
+        v = firstDigit + exponent > 0 ? HUGE_VAL : 0.0;
+    }
+    return negative ? -v : v;
+}
 
 // The decimal digits of |value| to `significant` digits, trailing zeros cut,
 // and the power of ten of the first digit: 1250 gives ("125", 3).
@@ -28,13 +87,19 @@ Digits decimalDigits(double value, int significant)
         return d;
     }
     char buf[64];
-    std::snprintf(buf, sizeof buf, "%.*e", significant - 1, std::fabs(value));
-    const std::string s(buf);
+    const auto written =
+        std::to_chars(buf, buf + sizeof buf, std::fabs(value), std::chars_format::scientific, significant - 1);
+    const std::string s(buf, written.ptr);
     const auto e = s.find('e');
     for (std::size_t i = 0; i < e; ++i)
         if (s[i] != '.')
             d.digits.push_back(s[i]);
-    d.exponent = std::atoi(s.c_str() + e + 1);
+    // The exponent reads "+03" or "-12".
+    const bool expNegative = s[e + 1] == '-';
+    for (std::size_t i = e + 2; i < s.size(); ++i)
+        d.exponent = d.exponent * 10 + (s[i] - '0');
+    if (expNegative)
+        d.exponent = -d.exponent;
     while (d.digits.size() > 1 && d.digits.back() == '0')
         d.digits.pop_back();
     return d;
@@ -193,7 +258,7 @@ double leadingNumber(QStringView text)
         if (any)
             num += exp;
     }
-    const double v = std::strtod(num.c_str(), nullptr);
+    const double v = parseDecimal(num);
     if (std::isinf(v))
         raiseRuntimeErrorOnValue(err::Overflow, text.toString());
     return v;
@@ -224,9 +289,11 @@ QString singleText(float value)
         out.push_back(d.digits[0]);
         if (d.digits.size() > 1)
             out.append(1, '.').append(d.digits, 1, std::string::npos);
-        char exp[16];
-        std::snprintf(exp, sizeof exp, "E+%02d", d.exponent);
-        out += exp;
+        // Two digits at least: "E+07", "E+38".
+        out += "E+";
+        if (d.exponent < 10)
+            out.push_back('0');
+        out += std::to_string(d.exponent); // an int: no locale involved
         return QString::fromStdString(out);
     }
     return fromPlain(toPlain(d), value < 0, true);
@@ -240,7 +307,7 @@ double roundHalfEven(double value, int decimals)
     std::string s = (value < 0 ? "-" : "") + (p.whole.empty() ? std::string("0") : p.whole);
     if (!p.fraction.empty())
         s.append(1, '.').append(p.fraction);
-    return std::strtod(s.c_str(), nullptr);
+    return parseDecimal(s);
 }
 
 QString formatNumber(double value, QStringView pattern)
@@ -326,7 +393,7 @@ double strictNumber(QStringView text)
     }
     if (i != s.size())
         raiseRuntimeErrorOnValue(err::TypeMismatch, text.toString());
-    const double v = std::strtod(s.c_str(), nullptr);
+    const double v = parseDecimal(s);
     if (std::isinf(v))
         raiseRuntimeErrorOnValue(err::Overflow, text.toString());
     return v;

@@ -11,6 +11,9 @@
 #include "shell/model/RuntimeError.h"
 #include "shell/model/YieldHook.h"
 #include "tests/kvx/KvxTestSupport.h"
+#include "shell/model/MainWindowState.h"
+#include "tests/support/ScriptedCompensation.h"
+#include "tests/support/ScriptedViews.h"
 #include "tests/support/TestFiles.h"
 
 #include <gtest/gtest.h>
@@ -82,37 +85,39 @@ protected:
         KvxFixture::SetUp();
         appState().KneeStandard = QString::fromLatin1(KneeStandardIeee30);
         appState().ProcessInProgress = False16;
-        kvxReportGraph() = KneeGraph{};
-        frmTestExcelChart() = TestExcelChart{};
-        kvxReportHooks() = recordingHooks();
+        recordCalls();
     }
     void TearDown() override
     {
-        kvxReportHooks() = KvxReportHooks{};
         appState().KneeStandard.clear();
         appState().ProcessInProgress = False16;
         KvxFixture::TearDown();
     }
 
-    KvxReportHooks recordingHooks()
+    // Every call the model makes of the windows goes into m_log.
+    void recordCalls()
     {
-        KvxReportHooks h;
         HookLog* log = &m_log;
-        h.hideReport = [log] { log->calls.push_back("hideReport"); };
-        h.showReport = [log] { log->calls.push_back("showReport"); };
-        h.bringUpReport = [log] { log->calls.push_back("bringUpReport"); };
-        h.showProgress = [log](bool show) {
+        windows.kvx.onHide = [log] { log->calls.push_back("hideReport"); };
+        windows.kvx.onShow = [log] { log->calls.push_back("showReport"); };
+        windows.kvx.onBringUp = [log] { log->calls.push_back("bringUpReport"); };
+        windows.main.onProgress = [log](bool show) {
             log->calls.push_back(show ? "showProgress" : "hideProgress");
             log->busyWhenProgressShown.push_back(appState().ProcessInProgress);
         };
-        h.statusText = [log](const QString& key) { log->calls.push_back("status " + key); };
-        h.mirrorReport = [log] { log->calls.push_back("mirrorReport"); };
-        h.hideCompensationDialog = [log] { log->calls.push_back("hideCompensationDialog"); };
-        h.loadLogo = [log](const QString& path, double left, double top) {
+        // The status bar text is mirrored with the main window.
+        windows.main.onMirror = [log] {
+            log->calls.push_back("status " + mainWindowState().statusText);
+        };
+        windows.kvx.onMirror = [log] { log->calls.push_back("mirrorReport"); };
+        compensation.view.onHide = [log] { log->calls.push_back("hideCompensationDialog"); };
+        windows.kvx.onLoadLogo = [log](const QString& path, double left, double top) {
             log->calls.push_back(QStringLiteral("loadLogo %1 %2 %3").arg(path).arg(left).arg(top));
         };
-        return h;
     }
+
+    ScriptedWindows windows;
+    ScriptedCompensation compensation;
 
     static KvxSampleFile fileWith(std::vector<KvxSampleRow> rows)
     {
@@ -456,7 +461,7 @@ TEST_F(kvxReport, OkHidesTheReportAndZeroesTheCurves)
 {
     openSample(QStringLiteral("kvx-ten-taps.txt"));
     report().shown = true;
-    KvxReport_mnOk_Click();
+    mnOk_Click();
     EXPECT_FALSE(report().shown);
     EXPECT_EQ(m_log.calls, (std::vector<QString>{"hideReport"}));
     for (const KvxTapCurve& c : record().curves) {
@@ -482,7 +487,7 @@ TEST_F(kvxReport, AStandardChangeChangesTheKneeTextMovesTheCursorsAndLeavesTheTa
         EXPECT_EQ(kvxReportGraph().cursor(k).y, 30.0);
     }
 
-    KvxReport_mnKneeIEEE45_Click();
+    mnKneeIEEE45_Click();
     EXPECT_EQ(appState().KneeStandard, QStringLiteral("IEEE 45"));
     EXPECT_EQ(record().kneeTypeText, QStringLiteral("IEEE 45"));
     EXPECT_EQ(report().lbKneeType, QStringLiteral("IEEE 45"));
@@ -492,11 +497,11 @@ TEST_F(kvxReport, AStandardChangeChangesTheKneeTextMovesTheCursorsAndLeavesTheTa
     }
     EXPECT_EQ(table(), before);
 
-    KvxReport_mnKneeAINSIIEC1050_Click();
+    mnKneeAINSIIEC1050_Click();
     EXPECT_EQ(report().lbKneeType, QStringLiteral("AINSI/IEC10/50"));
     EXPECT_EQ(kvxReportGraph().cursor(5).y, 40.0);
     EXPECT_EQ(kvxReportGraph().cursor(5).x, 20.0);
-    KvxReport_mnKneeIEEE30_Click();
+    mnKneeIEEE30_Click();
     EXPECT_EQ(report().lbKneeType, QStringLiteral("IEEE 30"));
     EXPECT_EQ(kvxReportGraph().cursor(5).y, 30.0);
     EXPECT_EQ(table(), before);
@@ -506,7 +511,7 @@ TEST_F(kvxReport, TheRefillHidesTheReportUnderTheBusyWindowAndShowsItAgain)
 {
     open(fileWith({rowOf(1, "X1-X2")}));
     report().shown = true;
-    KvxReport_mnKneeIEEE45_Click();
+    mnKneeIEEE45_Click();
     const std::vector<QString> expected = {QStringLiteral("status ") + MainStatusKeys::ProcessProgress,
                                            "hideReport",
                                            "showProgress",
@@ -537,7 +542,7 @@ TEST_F(kvxReport, AKneeCommandDuringAFillIsIgnored)
 {
     open(fileWith({rowOf(1, "X1-X2")}));
     appState().ProcessInProgress = True16;
-    KvxReport_mnKneeIEEE45_Click();
+    mnKneeIEEE45_Click();
     RefreshKvxReport();
     EXPECT_EQ(appState().KneeStandard, QStringLiteral("IEEE 30"));
     EXPECT_TRUE(m_log.calls.empty());
@@ -552,9 +557,9 @@ TEST_F(kvxReport, TheRefillIsNotEnteredAgainFromInsideItself)
     int clicks = 0;
     setYieldHook([&clicks] {
         if (clicks++ == 10)
-            KvxReport_mnKneeAINSIIEC1050_Click();
+            mnKneeAINSIIEC1050_Click();
     });
-    KvxReport_mnKneeIEEE45_Click();
+    mnKneeIEEE45_Click();
     EXPECT_GT(clicks, 10);
     EXPECT_EQ(appState().KneeStandard, QStringLiteral("IEEE 45"));
     EXPECT_EQ(report().lbKneeType, QStringLiteral("IEEE 45"));

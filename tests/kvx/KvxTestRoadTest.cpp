@@ -9,6 +9,7 @@
 #include "shell/model/DataFolders.h"
 #include "shell/model/MainWindowState.h"
 #include "shell/model/SequentialFiles.h"
+#include "tests/support/ScriptedViews.h"
 #include "tests/kvx/KvxTestSupport.h"
 #include "tests/support/ScriptedServices.h"
 #include "tests/support/TestFiles.h"
@@ -28,13 +29,11 @@ protected:
         KvxFixture::SetUp();
         mainWindowState() = MainWindowState{};
         appState().KneeStandard.clear();
-        KvxRoadHooks& h = kvxRoadHooks();
-        h = KvxRoadHooks{};
-        h.hideReports = [this] { log << "hide reports"; };
-        h.fillReportTexts = [this] { log << "report texts"; };
-        h.showProgress = [this](bool show) { log << (show ? "progress on" : "progress off"); };
-        h.bringUpReport = [this] { log << "report up"; };
-        h.waitForEvents = [this] {
+        windows.main.onHideReports = [this] { log << "hide reports"; };
+        windows.kvx.onFillTexts = [this] { log << "report texts"; };
+        windows.main.onProgress = [this](bool show) { log << (show ? "progress on" : "progress off"); };
+        windows.kvx.onBringUp = [this] { log << "report up"; };
+        windows.main.onWait = [this] {
             ++turns;
             log << "wait";
             if (turns == clickAfter)
@@ -43,11 +42,11 @@ protected:
     }
     void TearDown() override
     {
-        kvxRoadHooks() = KvxRoadHooks{};
         SequentialFiles::instance().closeAll();
         KvxFixture::TearDown();
     }
 
+    ScriptedWindows windows;
     ScriptedServices scripted;
     QStringList log;
     int turns = 0;

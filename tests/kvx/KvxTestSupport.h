@@ -4,7 +4,9 @@
 #pragma once
 
 #include "kvx/model/KvxTestRecord.h"
+#include "kvx/model/KvxSession.h"
 #include "shell/model/Checked.h"
+#include "tests/support/FreshSessions.h"
 #include "tools/kvxsamples/KvxSampleWriter.h"
 
 #include <QString>
@@ -15,6 +17,9 @@
 #include <functional>
 
 namespace quenby::testing {
+
+// Every test of the binary starts with a fresh KVX session.
+inline const FreshEachTest<KvxSession> freshKvxSession;
 
 // The text the test language file gives the insulation head's key.
 inline const QString InsulationHeadText = QStringLiteral("Insulation (Ohms)");

@@ -3,6 +3,8 @@
 // report's compensation box; each modal show here is ended from a timer, as
 // an operator would end it.
 #include "app/Sessions.h"
+#include "app/frmMain.h"
+#include "app/Wiring.h"
 #include "kvx/model/KvxCondensedReportModel.h"
 #include "kvx/model/KvxTestRecord.h"
 #include "report/model/TemperatureCompensation.h"
@@ -309,6 +311,7 @@ int main(int argc, char** argv)
     QuenbyApplication application(argc, argv);
     // The run's state, as the program's main makes it, before any window.
     quenby::Sessions sessions;
+    quenby::installWindows(quenby::frmMain::instance());
     CompensationDialogTest test;
     return QTest::qExec(&test, argc, argv);
 }

@@ -1,6 +1,7 @@
 // The program's windows together, offscreen: the start on a new machine, the
 // windows made by the language load, and the language commands.
 #include "app/Sessions.h"
+#include "app/Wiring.h"
 #include "report/ui/frmCompensedResistanceSetting.h"
 #include "kvx/ui/frmKVXCondensedReport.h"
 #include "localisation/model/LanguageLookup.h"
@@ -294,6 +295,7 @@ int main(int argc, char** argv)
     QuenbyApplication application(argc, argv);
     // The run's state, as the program's main makes it, before any window.
     quenby::Sessions sessions;
+    quenby::installWindows(quenby::frmMain::instance());
     ApplicationWindowsTest test;
     return QTest::qExec(&test, argc, argv);
 }

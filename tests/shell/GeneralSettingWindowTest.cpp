@@ -2,6 +2,7 @@
 // language, the mirror of the model, the modal show over the main window and
 // its buttons; and the reopen of the KVX file after a real language change.
 #include "app/Sessions.h"
+#include "app/Wiring.h"
 #include "localisation/model/LanguageLookup.h"
 #include "shell/model/AppState.h"
 #include "shell/model/CommonDialog.h"
@@ -292,6 +293,7 @@ int main(int argc, char** argv)
     QuenbyApplication application(argc, argv);
     // The run's state, as the program's main makes it, before any window.
     quenby::Sessions sessions;
+    quenby::installWindows(quenby::frmMain::instance());
     GeneralSettingWindowTest test;
     return QTest::qExec(&test, argc, argv);
 }

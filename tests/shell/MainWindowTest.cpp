@@ -1,5 +1,6 @@
 // The main window and the top-level failure handler, offscreen.
 #include "app/Sessions.h"
+#include "app/Wiring.h"
 #include "shell/model/AppState.h"
 #include "shell/model/CommonDialog.h"
 #include "shell/model/FatalError.h"
@@ -235,6 +236,7 @@ int main(int argc, char** argv)
     QuenbyApplication application(argc, argv);
     // The run's state, as the program's main makes it, before any window.
     quenby::Sessions sessions;
+    quenby::installWindows(quenby::frmMain::instance());
     MainWindowTest test;
     return QTest::qExec(&test, argc, argv);
 }

@@ -4,6 +4,10 @@
 
 #include <gtest/gtest.h>
 
+#include <clocale>
+#include <cstdio>
+#include <string>
+
 using namespace quenby;
 
 TEST(LeadingNumber, ReadsTheLongestNumberPrefix)
@@ -176,4 +180,80 @@ TEST(QuotedText, EscapesWhatWouldBeAmbiguous)
     EXPECT_EQ(quoted("x\r\n\ty"), "\"x\\r\\n\\ty\"");
     EXPECT_EQ(quoted(QString(QChar(1))), "\"\\x01\"");
     EXPECT_EQ(quoted(QString::fromUtf8("12 µOhm ")), QString::fromUtf8("\"12 µOhm \""));
+}
+
+namespace {
+
+// Puts the process under `name` for the length of a test, as a French or
+// Polish desktop does at the program's start, and back afterwards.
+class ProcessLocale
+{
+public:
+    explicit ProcessLocale(const char* name)
+        : m_before(std::setlocale(LC_ALL, nullptr))
+    {
+        m_set = std::setlocale(LC_ALL, name) != nullptr;
+    }
+    ~ProcessLocale() { std::setlocale(LC_ALL, m_before.c_str()); }
+    bool set() const { return m_set; }
+
+private:
+    std::string m_before;
+    bool m_set = false;
+};
+
+// What the C library makes of 1.5 under the process locale.
+std::string printfOfOneAndAHalf()
+{
+    char buf[32];
+    std::snprintf(buf, sizeof buf, "%.1f", 1.5);
+    return buf;
+}
+
+} // namespace
+
+class NumbersUnderADesktopLocale : public ::testing::TestWithParam<const char*>
+{
+};
+
+TEST_P(NumbersUnderADesktopLocale, ReadAndWriteWithAPoint)
+{
+    const ProcessLocale locale(GetParam());
+    if (!locale.set())
+        GTEST_SKIP() << GetParam() << " is not generated on this machine";
+    // The locale is in force: the C library now writes a comma.
+    ASSERT_EQ(printfOfOneAndAHalf(), "1,5");
+
+    EXPECT_EQ(numberText(1.5), "1.5");
+    EXPECT_EQ(numberText(-1234.25), "-1234.25");
+    EXPECT_EQ(numberText(436.49), "436.49");
+    EXPECT_EQ(signedNumberText(0.25), " .25");
+    EXPECT_EQ(singleText(1.5e10f), "1.5E+10");
+    EXPECT_EQ(singleText(3.25f), "3.25");
+    EXPECT_EQ(formatNumber(1234.5, u"0.00"), "1234.50");
+    EXPECT_EQ(roundHalfEven(2.345, 2), 2.34);
+    EXPECT_EQ(roundHalfEven(-0.125, 2), -0.12);
+
+    EXPECT_EQ(leadingNumber(u"436.49 mOhm"), 436.49);
+    EXPECT_EQ(leadingNumber(u"1,5"), 1.0); // a comma ends the number
+    EXPECT_EQ(leadingNumber(u"2.5E3"), 2500.0);
+    EXPECT_EQ(leadingNumber(u"-1.25D-2"), -0.0125);
+    EXPECT_EQ(strictNumber(u" 1.5 "), 1.5);
+    EXPECT_EQ(strictNumber(u"+7.25e1"), 72.5);
+    EXPECT_THROW(strictNumber(u"1,5"), RuntimeError);
+}
+
+INSTANTIATE_TEST_SUITE_P(FrenchAndPolish, NumbersUnderADesktopLocale,
+                         ::testing::Values("fr_FR.UTF-8", "pl_PL.UTF-8"));
+
+TEST(NumberReading, OverflowAndUnderflowAsTheLibraryHadThem)
+{
+    EXPECT_THROW(leadingNumber(u"1e309"), RuntimeError);
+    EXPECT_THROW(leadingNumber(u"-123456.7e305"), RuntimeError);
+    EXPECT_THROW(strictNumber(u"9e400"), RuntimeError);
+    EXPECT_EQ(leadingNumber(u"1e-400"), 0.0);
+    EXPECT_EQ(leadingNumber(u"0.0001e-330"), 0.0);
+    EXPECT_EQ(strictNumber(u"-1e-400"), 0.0);
+    EXPECT_EQ(leadingNumber(u"4.9e-324"), 4.9e-324); // the smallest denormal still reads
+    EXPECT_EQ(leadingNumber(u"1.7976931348623157e308"), 1.7976931348623157e308);
 }

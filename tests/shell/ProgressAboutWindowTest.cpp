@@ -1,5 +1,6 @@
 // The busy window and the About window, offscreen.
 #include "app/Sessions.h"
+#include "app/Wiring.h"
 #include "shell/model/AppState.h"
 #include "shell/model/Platform.h"
 #include "shell/model/ProgressAbout.h"
@@ -502,6 +503,7 @@ int main(int argc, char** argv)
     QuenbyApplication application(argc, argv);
     // The run's state, as the program's main makes it, before any window.
     quenby::Sessions sessions;
+    quenby::installWindows(quenby::frmMain::instance());
     ProgressAboutWindowTest test;
     return QTest::qExec(&test, argc, argv);
 }

@@ -28,7 +28,12 @@ public:
         if (onFront)
             onFront();
     }
-    void hideDialog() override { ++hides; }
+    void hideDialog() override
+    {
+        ++hides;
+        if (onHide)
+            onHide();
+    }
     void fillDialogTexts() override
     {
         if (onFillTexts)
@@ -47,6 +52,7 @@ public:
     int mirrors = 0;
     std::function<void()> onShowModal; // the operator inside the modal show
     std::function<void()> onFront;
+    std::function<void()> onHide;
     std::function<void()> onFillTexts;
     std::function<void()> onChanged;
 };

@@ -4,11 +4,14 @@
 #include "zbl/model/ZblBasicReportView.h"
 
 #include "report/model/TemperatureCompensation.h"
+#include "zbl/model/ZblCompensation.h"
 #include "shell/model/AppState.h"
 #include "shell/model/MainWindowState.h"
 #include "shell/model/Platform.h"
 #include "shell/model/SequentialFiles.h"
+#include "tests/support/ScriptedCompensation.h"
 #include "tests/support/ScriptedServices.h"
+#include "tests/support/ScriptedViews.h"
 #include "tests/support/TestFiles.h"
 #include "tests/zbl/ZblTestSupport.h"
 
@@ -32,25 +35,24 @@ protected:
         setAppPathOverride(m_dir.path());
         appState().LangFilePath = m_dir.filePath(QStringLiteral("en.lng"));
         zblBasicReport() = ZblBasicReportModel{};
-        compensationDialog() = CompensationDialogModel{};
-        compensationHooks() = CompensationHooks{};
         appState().ProcessInProgress = False16;
         appState().ZblScrollOverflowPercent = 0.0;
-        ZblRoadHooks& h = zblRoadHooks();
-        h = ZblRoadHooks{};
-        h.showProgress = [this](bool show) {
+        windows.main.onProgress = [this](bool show) {
             log << (show ? "progress on" : "progress off");
             if (show) {
                 EXPECT_EQ(appState().ProcessInProgress, True16);
             }
         };
-        h.fillReportTexts = [this] { log << "report texts"; };
-        h.mirrorReport = [this] { log << "mirror"; };
-        h.bringUpReport = [this] { log << "report up"; };
+        windows.zbl.onFillTexts = [this] { log << "report texts"; };
+        windows.zbl.onMirror = [this] { log << "mirror"; };
+        windows.zbl.onBringUp = [this] { log << "report up"; };
     }
+    // A fresh compensation dialog, its window scripted.
+    ScriptedCompensation compensation;
+    ScriptedWindows windows;
+
     void TearDown() override
     {
-        zblRoadHooks() = ZblRoadHooks{};
         setAppPathOverride(QString());
         appState().LangFilePath.clear();
         SequentialFiles::instance().closeAll();
@@ -359,11 +361,7 @@ TEST_F(ZblReportViewTest, CancelLeavesTheTestAsItWas)
 
 TEST_F(ZblReportViewTest, PickingTheSameMaterialTwiceClicksTwice)
 {
-    int shows = 0;
-    compensationHooks().showDialogModal = [&shows] {
-        ++shows;
-        compensationDialog().shown = false;
-    };
+    compensation.view.onShowModal = [] { compensationDialog().shown = false; };
     ZblBasicReportModel& m = zblBasicReport();
     for (int pick = 0; pick < 2; ++pick) {
         m.cbCompensationIndex = 1;
@@ -371,13 +369,13 @@ TEST_F(ZblReportViewTest, PickingTheSameMaterialTwiceClicksTwice)
         ZblReport_cbCompensation_Click();
         EXPECT_EQ(m.cbCompensationIndex, -1) << pick;
     }
-    EXPECT_EQ(shows, 2);
+    EXPECT_EQ(compensation.view.shows, 2);
 }
 
 TEST_F(ZblReportViewTest, OkAndCloseHideTheWindow)
 {
     int hides = 0;
-    zblRoadHooks().hideReport = [&hides] { ++hides; };
+    windows.zbl.onHide = [&hides] { ++hides; };
     zblBasicReport().shown = true;
     ZblReport_mnuOk_Click();
     EXPECT_FALSE(zblBasicReport().shown);

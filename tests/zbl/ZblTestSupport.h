@@ -3,7 +3,9 @@
 // command does.
 #pragma once
 
+#include "zbl/model/ZblSession.h"
 #include "shell/model/Checked.h"
+#include "tests/support/FreshSessions.h"
 #include "shell/model/RuntimeError.h"
 #include "zbl/model/ZblTestFileReader.h"
 #include "zbl/model/ZblTestRecord.h"
@@ -25,6 +27,9 @@ inline void PrintTo(const QString& text, std::ostream* out)
 }
 
 namespace quenby::testing {
+
+// Every test of the binary starts with a fresh ZBL session.
+inline const FreshEachTest<ZblSession> freshZblSession;
 
 // The run-time failure `f` raises, or none.
 std::optional<RuntimeError> failureFrom(const std::function<void()>& f);

@@ -2,6 +2,8 @@
 // holds every control of its page under the control's name, keeps its unused
 // menu entries out of sight, and takes its texts from the language.
 #include "app/Sessions.h"
+#include "app/frmMain.h"
+#include "app/Wiring.h"
 #include "report/model/TemperatureCompensation.h"
 #include "report/ui/frmCompensedResistanceSetting.h"
 #include "localisation/model/WindowTextKeys.h"
@@ -17,6 +19,7 @@
 #include "zbl/model/ZblBasicReportView.h"
 #include "zbl/ui/frmPrintVGraph.h"
 #include "zbl/ui/frmPrintZBLBasicReport.h"
+#include "zbl/model/ZblReportWindow.h"
 #include "zbl/ui/frmZBLBasicReport.h"
 #include "zbl/ui/frmZBLVGraph.h"
 
@@ -42,6 +45,27 @@
 
 using namespace quenby;
 using namespace quenby::testing;
+
+namespace {
+// The report window as the program has it, its bring-up only counted so that
+// nothing waits, and its texts left as the test put them.
+class CountedBringUp final : public ZblReportWindow
+{
+public:
+    void fillReportTexts() override {}
+    void mirrorReport() override { real().mirrorReport(); }
+    void bringUpReport() override { ++bringUps; }
+    void hideReport() override { real().hideReport(); }
+    void loadLogo(const QString& path, double left, double top) override
+    {
+        real().loadLogo(path, left, top);
+    }
+    int bringUps = 0;
+
+private:
+    static frmZBLBasicReport& real() { return frmZBLBasicReport::instance(); }
+};
+} // namespace
 
 namespace {
 
@@ -157,16 +181,12 @@ private:
     // with it; the bring-up only counts, so that nothing waits.
     int openSample(const QString& sample)
     {
-        frmZBLBasicReport::instance(); // its hooks in place, as in the program
         ScriptedServices scripted;
         scripted.files.answers.push_back(samplePath(sample));
-        ZblRoadHooks& hooks = zblRoadHooks();
-        const std::function<void()> bringUp = hooks.bringUpReport;
-        int bringUps = 0;
-        hooks.bringUpReport = [&bringUps] { ++bringUps; };
+        CountedBringUp report;
+        const Installed<ZblReportWindow> counted(report);
         mnZBLFiles_Click();
-        hooks.bringUpReport = bringUp;
-        return bringUps;
+        return report.bringUps;
     }
 
     static int visibleRowsOf(const frmZBLBasicReport& w)
@@ -690,7 +710,7 @@ private Q_SLOTS:
             w.show();
             QTimer::singleShot(0, &w, [&w] { entry(w, "mnuOk")->trigger(); });
         });
-        zblRoadHooks().bringUpReport();
+        zblReportWindow().bringUpReport();
         QVERIFY(w.loaded());
         QVERIFY(shownWhileWaiting);
         QVERIFY(!w.isVisible());
@@ -891,6 +911,7 @@ int main(int argc, char** argv)
     QuenbyApplication application(argc, argv);
     // The run's state, as the program's main makes it, before any window.
     quenby::Sessions sessions;
+    quenby::installWindows(quenby::frmMain::instance());
     ZblWindowsTest test;
     return QTest::qExec(&test, argc, argv);
 }

@@ -5,6 +5,7 @@
 //
 // The path is shown as given. A read that fails prints the failure on stderr,
 // then the record as far as it was filled, and ends with status 1.
+#include "tools/ToolSessions.h"
 #include "shell/model/AppState.h"
 #include "shell/model/RuntimeError.h"
 #include "shell/model/SequentialFiles.h"
@@ -32,6 +33,7 @@ void printUtf8(std::FILE* stream, const QString& text)
 int main(int argc, char** argv)
 {
     QCoreApplication app(argc, argv);
+    tools::ToolSessions sessions;
     QStringList args = QCoreApplication::arguments();
     args.removeFirst();
     if (args.size() != 1 || args[0].startsWith(QLatin1String("--"))) {

@@ -1,4 +1,5 @@
 #include "zbl/model/VGraph.h"
+#include "zbl/model/ZblSession.h"
 
 #include "report/model/TemperatureCompensation.h"
 #include "shell/model/NumberText.h"
@@ -38,8 +39,7 @@ double element(const ZblRowNumbers& table, int i)
 
 QString& GraphChannel()
 {
-    static QString channel;
-    return channel;
+    return zblSession().GraphChannel;
 }
 
 Dynamic GetZBLResistanceInOhm(int i, const QString& channel)
@@ -315,8 +315,7 @@ void VGraph::unloadPrint()
 
 VGraph& zblVGraph()
 {
-    static VGraph graph;
-    return graph;
+    return zblSession().vGraph;
 }
 
 } // namespace quenby

@@ -1,4 +1,5 @@
 #include "zbl/model/ZblBasicReportModel.h"
+#include "zbl/model/ZblSession.h"
 
 #include "shell/model/RuntimeError.h"
 
@@ -91,8 +92,7 @@ void ZblBasicReportModel::placeColumns()
 
 ZblBasicReportModel& zblBasicReport()
 {
-    static ZblBasicReportModel report;
-    return report;
+    return zblSession().report;
 }
 
 } // namespace quenby

@@ -5,8 +5,10 @@
 #include "shell/model/AppState.h"
 #include "shell/model/DataFolders.h"
 #include "shell/model/FileSystem.h"
+#include "shell/model/MainWindowView.h"
 #include "shell/model/Platform.h"
 #include "shell/model/YieldHook.h"
+#include "zbl/model/ZblReportWindow.h"
 #include "zbl/model/ZblTestRecord.h"
 
 #include <cmath>
@@ -14,16 +16,9 @@
 namespace quenby {
 
 namespace {
-void call(const std::function<void()>& hook)
-{
-    if (hook)
-        hook();
-}
-
 void showProgress(bool show)
 {
-    if (zblRoadHooks().showProgress)
-        zblRoadHooks().showProgress(show);
+    mainWindowView().showProgress(show);
 }
 
 ZblBasicReportModel& model()
@@ -101,12 +96,6 @@ void ZblBasicReportTarget::FillZBLBasicReportConpensedResistance()
     quenby::FillZBLBasicReportConpensedResistance();
 }
 
-ZblRoadHooks& zblRoadHooks()
-{
-    static ZblRoadHooks hooks;
-    return hooks;
-}
-
 Int16 CheckNumberOfTAPInFiles()
 {
     const ZblTestRecord& record = zblTestRecord();
@@ -182,8 +171,8 @@ void ZblReport_Form_Load()
 {
     ZblBasicReportModel& m = model();
     const QString logo = AppPath() + pathSep() + QStringLiteral("logo.bmp");
-    if (FileExistsApi(logo) != False16 && zblRoadHooks().loadLogo)
-        zblRoadHooks().loadLogo(logo, ZblReportLogoLeft, ZblReportLogoTop);
+    if (FileExistsApi(logo) != False16)
+        zblReportWindow().loadLogo(logo, ZblReportLogoLeft, ZblReportLogoTop);
     // Index 0 aluminium, index 1 copper: the compensation reads them so.
     m.cbCompensationItems =
         QStringList{GetLanguageText(QStringLiteral("frmZBLBasicReport.cbCompensation.Aluminium")),
@@ -209,7 +198,7 @@ void ZblReport_VScroll1_Change(int value)
 void ZblReport_mnuOk_Click()
 {
     model().shown = false;
-    call(zblRoadHooks().hideReport);
+    zblReportWindow().hideReport();
 }
 
 void ZblReport_Form_Unload()
@@ -220,7 +209,6 @@ void ZblReport_Form_Unload()
 
 void mnZBLFiles_Click()
 {
-    ZblRoadHooks& hooks = zblRoadHooks();
     // Nothing is cleared before the dialog: a cancel leaves the test as it was.
     if (SelectZblTestFile() != False16)
         return;
@@ -264,10 +252,11 @@ void mnZBLFiles_Click()
     // The wait on the busy flag ends at once, since the flag was just cleared.
     while (appState().ProcessInProgress != False16)
         letSystemBreathe();
-    call(hooks.fillReportTexts);
+    ZblReportWindow& window = zblReportWindow();
+    window.fillReportTexts();
     showProgress(false);
-    call(hooks.mirrorReport);
-    call(hooks.bringUpReport);
+    window.mirrorReport();
+    window.bringUpReport();
 }
 
 } // namespace quenby

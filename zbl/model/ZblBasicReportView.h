@@ -1,7 +1,7 @@
 // The ZBL basic report without a screen: which rows it shows, its column
 // layout and scroll bar, its load, and the main window's road that opens a
-// ZBL test and brings the report up. The windows take part through hooks, so
-// all of it runs in tests.
+// ZBL test and brings the report up. The windows take part through their
+// views (ZblReportWindow, MainWindowView), so all of it runs in tests.
 #pragma once
 
 #include "shell/model/Checked.h"
@@ -9,8 +9,6 @@
 #include "zbl/model/ZblTestFileReader.h"
 
 #include <QString>
-
-#include <functional>
 
 namespace quenby {
 
@@ -38,21 +36,6 @@ public:
     QString& txtTM() override;
     void FillZBLBasicReportConpensedResistance() override;
 };
-
-// What the windows plug in. An empty hook is skipped.
-struct ZblRoadHooks
-{
-    std::function<void(bool)> showProgress; // the busy window, centred on the main one
-    std::function<void()>
-        fillReportTexts;                 // FillTextsZblBasicReport and FillTextsPrintZblBasicReport
-    std::function<void()> mirrorReport;  // the report's model changed
-    std::function<void()> bringUpReport; // focus, or modal show over the main window
-    std::function<void()> hideReport;    // mnuOk and closing
-    // Puts the logo file on imgLogo, its box's top left corner at the given
-    // twips.
-    std::function<void(const QString& path, double left, double top)> loadLogo;
-};
-ZblRoadHooks& zblRoadHooks();
 
 // Where the logo goes on the page, in twips.
 inline constexpr double ZblReportLogoLeft = 1560;

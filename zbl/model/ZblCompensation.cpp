@@ -1,5 +1,6 @@
 #include "zbl/model/ZblCompensation.h"
 
+#include "zbl/model/ZblReportWindow.h"
 #include "shell/model/YieldHook.h"
 #include "zbl/model/ZblBasicReportModel.h"
 #include "zbl/model/ZblBasicReportView.h"
@@ -38,8 +39,7 @@ void ZblReportCompensation::fillCompensedColumns()
 
 void ZblReportCompensation::mirrorReport()
 {
-    if (zblRoadHooks().mirrorReport)
-        zblRoadHooks().mirrorReport();
+    zblReportWindow().mirrorReport();
 }
 
 void FillZBLBasicReportConpensedResistance()

@@ -4,11 +4,21 @@
 #pragma once
 
 #include "shell/model/Session.h"
+#include "zbl/model/VGraph.h"
+#include "zbl/model/ZblBasicReportModel.h"
+#include "zbl/model/ZblTestRecord.h"
+
+#include <QString>
 
 namespace quenby {
 
 struct ZblSession
 {
+    ZblTestRecord record;        // the test as read from its file
+    ZblBasicReportModel report;  // frmZBLBasicReport's cells and controls
+    VGraph vGraph;               // frmZBLVGraph
+    QString GraphChannel;        // the channel the V graph shows: "A" or "B"
+
     // Every field back to its first value.
     void reset() { *this = ZblSession{}; }
 };

@@ -1,11 +1,11 @@
 #include "zbl/model/ZblTestRecord.h"
+#include "zbl/model/ZblSession.h"
 
 namespace quenby {
 
 ZblTestRecord& zblTestRecord()
 {
-    static ZblTestRecord record;
-    return record;
+    return zblSession().record;
 }
 
 } // namespace quenby

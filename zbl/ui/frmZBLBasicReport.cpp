@@ -5,6 +5,7 @@
 #include "shell/model/RuntimeError.h"
 #include "zbl/model/VGraph.h"
 #include "zbl/model/ZblBasicReportView.h"
+#include "zbl/ui/frmPrintZBLBasicReport.h"
 #include "zbl/ui/frmZBLVGraph.h"
 
 #include <QCloseEvent>
@@ -15,6 +16,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPixmap>
 #include <QScrollBar>
 #include <QSignalBlocker>
 
@@ -144,7 +146,6 @@ frmZBLBasicReport::frmZBLBasicReport()
     resize(pixelsOfTwips(PageWidthTwips) + m_scroll->sizeHint().width(), 760);
     m_compensation = findChild<QComboBox*>(QStringLiteral("cbCompensation"));
     connectEvents();
-    installHooks();
 }
 
 void frmZBLBasicReport::connectEvents()
@@ -192,14 +193,19 @@ void frmZBLBasicReport::connectEvents()
     });
 }
 
-void frmZBLBasicReport::installHooks()
+void frmZBLBasicReport::fillReportTexts()
 {
-    // The busy window and the logo belong to other windows; the shell plugs
-    // those in, and the owner of the modal show too.
-    ZblRoadHooks& hooks = zblRoadHooks();
-    hooks.mirrorReport = [this] { mirrorModel(); };
-    hooks.bringUpReport = [this] { bringUp(); };
-    hooks.hideReport = [this] { hide(); };
+    FillTextsZblBasicReport();
+    frmPrintZBLBasicReport::instance().FillTextsPrintZblBasicReport();
+}
+
+void frmZBLBasicReport::loadLogo(const QString& path, double /*left*/, double /*top*/)
+{
+    // imgLogo already stands where the page's design puts the logo.
+    QLabel* logo = findChild<QLabel*>(QStringLiteral("imgLogo"));
+    const QPixmap image(path);
+    if (logo && !image.isNull())
+        logo->setPixmap(image.scaled(logo->size(), Qt::KeepAspectRatio, Qt::SmoothTransformation));
 }
 
 void frmZBLBasicReport::Form_Load()

@@ -12,6 +12,8 @@
 // mirror the model again.
 #pragma once
 
+#include "shell/ui/MainWindowOwner.h"
+#include "zbl/model/ZblReportWindow.h"
 #include "zbl/ui/ZblPageParts.h"
 
 #include "report/ui/ReportWindow.h"
@@ -28,7 +30,7 @@ class QScrollBar;
 
 namespace quenby {
 
-class frmZBLBasicReport final : public ReportWindow
+class frmZBLBasicReport final : public ReportWindow, public ZblReportWindow
 {
     Q_OBJECT
 
@@ -58,6 +60,13 @@ public:
     // place.
     void mirrorModel();
 
+    // What the report's model asks of the window.
+    void fillReportTexts() override;
+    void mirrorReport() override { mirrorModel(); }
+    void bringUpReport() override { bringUp(&mainWindow()); }
+    void hideReport() override { hide(); }
+    void loadLogo(const QString& path, double left, double top) override;
+
 protected:
     void closeEvent(QCloseEvent* event) override;
     void setShown(bool shown) override;
@@ -69,7 +78,6 @@ private Q_SLOTS:
 private:
     frmZBLBasicReport();
     void connectEvents();
-    void installHooks();
     void mirrorCompensation();
     // mnuVGraphA and mnuVGraphB: the graph of one channel over the report.
     void openVGraph(const QString& letter, const QString& channelHead);

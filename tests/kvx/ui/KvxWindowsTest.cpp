@@ -3,6 +3,8 @@
 // control of their pages under the control's name, and take their texts from
 // the language; the report's insulation column mirrors the report model.
 #include "app/Sessions.h"
+#include "app/frmMain.h"
+#include "app/Wiring.h"
 #include "kvx/model/KneeGraph.h"
 #include "kvx/model/KvxCondensedReportModel.h"
 #include "kvx/model/KvxReportView.h"
@@ -18,6 +20,7 @@
 #include "shell/model/ProgressAbout.h"
 #include "shell/model/SequentialFiles.h"
 #include "app/QuenbyApplication.h"
+#include "tests/support/ScriptedViews.h"
 #include "tests/support/TestFiles.h"
 #include "tests/support/WindowChecks.h"
 
@@ -900,9 +903,11 @@ private Q_SLOTS:
         openAndFill(QStringLiteral("kvx-ten-taps.txt"), KneeStandardIeee30);
         frmKVXCondensedReport& w = frmKVXCondensedReport::instance();
         std::vector<bool> busy;
-        kvxReportHooks().showProgress = [&busy](bool show) {
+        ScriptedMainWindow main;
+        main.onProgress = [&busy](bool show) {
             busy.push_back(show && appState().ProcessInProgress != False16);
         };
+        const Installed<MainWindowView> busyWatch(main);
         w.show();
         QStringList before;
         for (int n = 1; n <= frmKVXCondensedReport::RowCount; ++n)
@@ -932,7 +937,6 @@ private Q_SLOTS:
         entry(w, "mnKneeIEEE30")->trigger();
         QCOMPARE(controlText(w, "lbKneeType"), QString("IEEE 30"));
         QCOMPARE(w.CWGraph1().cursorValue(1), knee30);
-        kvxReportHooks().showProgress = {};
         w.hide();
     }
 
@@ -1069,6 +1073,7 @@ int main(int argc, char** argv)
     QuenbyApplication application(argc, argv);
     // The run's state, as the program's main makes it, before any window.
     quenby::Sessions sessions;
+    quenby::installWindows(quenby::frmMain::instance());
     KvxWindowsTest test;
     return QTest::qExec(&test, argc, argv);
 }

@@ -15,6 +15,7 @@
 #include "shell/model/SettingsStore.h"
 #include "app/QuenbyApplication.h"
 #include "app/frmMain.h"
+#include "tests/support/ScriptedViews.h"
 #include "tests/support/ScriptedServices.h"
 #include "tests/support/TestFiles.h"
 #include "tools/instrument-sim/InstrumentFrames.h"
@@ -206,23 +207,17 @@ private:
     // clicked when the road asks, the report left hidden.
     void openKvxLikeTheMenu(const QString& path)
     {
-        KvxRoadHooks& hooks = kvxRoadHooks();
-        const KvxRoadHooks saved = hooks;
-        hooks.waitForEvents = [] { chkKneeType_Click(1); };
-        hooks.bringUpReport = {};
+        ScriptedWindows windows;
+        windows.main.onWait = [] { chkKneeType_Click(1); };
         scripted->files.answers.push_back(path);
         mnKVXFiles_Click();
-        hooks = saved;
     }
 
     void openZblLikeTheMenu(const QString& path)
     {
-        ZblRoadHooks& hooks = zblRoadHooks();
-        const ZblRoadHooks saved = hooks;
-        hooks.bringUpReport = {};
+        ScriptedWindows windows;
         scripted->files.answers.push_back(path);
         mnZBLFiles_Click();
-        hooks = saved;
     }
 
     const ShownMessage* closingBox() const
