@@ -1,5 +1,6 @@
 #include "app/QuenbyApplication.h"
 
+#include "shell/model/Version.h"
 #include "shell/model/FatalError.h"
 
 #include <new>
@@ -9,7 +10,7 @@ namespace quenby {
 QuenbyApplication::QuenbyApplication(int& argc, char** argv) : QApplication(argc, argv)
 {
     setApplicationName(QStringLiteral("Quenby"));
-    setApplicationVersion(QStringLiteral("3.13.1"));
+    setApplicationVersion(QString::fromLatin1(QuenbyVersion));
 }
 
 bool QuenbyApplication::notify(QObject* receiver, QEvent* event)

@@ -628,7 +628,7 @@ void frmKVXCondensedReport::connectEvents()
     }
 
     connect(m_compensation, &QComboBox::activated, this,
-            &frmKVXCondensedReport::cbCompensation_Click);
+            [this](int index) { cbCompensation_Click(*m_compensation, index); });
     connect(m_compensation->lineEdit(), &QLineEdit::textEdited, this,
             [](const QString& text) { kvxCondensedReport().cbCompensationText = text; });
 
@@ -664,11 +664,9 @@ void frmKVXCondensedReport::loadLogo(const QString& path, double /*left*/, doubl
         m_logo->setPixmap(logo.scaled(m_logo->size(), Qt::KeepAspectRatio, Qt::SmoothTransformation));
 }
 
-void frmKVXCondensedReport::Form_Load()
+void frmKVXCondensedReport::loadModel()
 {
-    m_loaded = true;
     KvxReport_Form_Load();
-    mirrorModel();
 }
 
 void frmKVXCondensedReport::closeEvent(QCloseEvent* event)
@@ -682,16 +680,12 @@ void frmKVXCondensedReport::setShown(bool shown)
     kvxCondensedReport().shown = shown;
 }
 
-void frmKVXCondensedReport::cbCompensation_Click(int index)
+void frmKVXCondensedReport::compensationPicked(int index, const QString& text)
 {
-    const CommandScope scope(QStringLiteral("cbCompensation_Click"));
     KvxCondensedReportModel& model = kvxCondensedReport();
     model.cbCompensationIndex = index;
-    model.cbCompensationText = m_compensation->itemText(index);
-    // Opens the compensation dialog modally; its OK fills the compensated
-    // column before this returns.
+    model.cbCompensationText = text;
     KvxReport_cbCompensation_Click();
-    mirrorModel();
 }
 
 void frmKVXCondensedReport::mirrorModel()
@@ -730,7 +724,8 @@ void frmKVXCondensedReport::mirrorModel()
         }
     }
 
-    mirrorCompensation();
+    mirrorCompensation(*m_compensation, model.cbCompensationItems, model.cbCompensationIndex,
+                       model.cbCompensationText);
     findChild<QLabel*>(QStringLiteral("lbTexteCompensedTemp(1)"))
         ->setText(model.lbTexteCompensedTemp1);
 
@@ -750,24 +745,6 @@ void frmKVXCondensedReport::mirrorModel()
         VScroll1()->setValue(model.VScroll1);
     }
     m_area->setPageTop(twipsToPixels(model.frKVXReportTop, m_area->logicalDpiY()));
-}
-
-void frmKVXCondensedReport::mirrorCompensation()
-{
-    const KvxCondensedReportModel& model = kvxCondensedReport();
-    const QSignalBlocker quiet(m_compensation);
-    bool sameItems = m_compensation->count() == model.cbCompensationItems.size();
-    for (int i = 0; sameItems && i < m_compensation->count(); ++i)
-        sameItems = m_compensation->itemText(i) == model.cbCompensationItems.at(i);
-    if (!sameItems) {
-        m_compensation->clear();
-        m_compensation->addItems(model.cbCompensationItems);
-    }
-    const int index = model.cbCompensationIndex;
-    m_compensation->setCurrentIndex(index >= 0 && index < m_compensation->count() ? index : -1);
-    // The text of an editable box may be other than its chosen item.
-    if (m_compensation->currentText() != model.cbCompensationText)
-        m_compensation->setEditText(model.cbCompensationText);
 }
 
 void frmKVXCondensedReport::FillTextsKvxCondensedReport()

@@ -71,10 +71,6 @@ public:
     // The one instance, made on first touch; closing only hides it.
     static frmKVXCondensedReport& instance();
 
-    // The window's load: runs once, on the first fill of its texts or the
-    // first bring-up, whichever comes first, as the language needs to be
-    // there. Then the window mirrors the model.
-    void Form_Load() override;
 
     // Puts the language texts on the window. The column heads, the knee
     // caption, the compensation list and the axis captions are cells of the
@@ -84,7 +80,7 @@ public:
     // Copies the whole report model and its graph into the controls: cells,
     // row visibility, header fields, compensation line, graph labels, menu
     // states, the page's place and the chart. Does nothing before the load.
-    void mirrorModel();
+    void mirrorModel() override;
 
     // The label of `column` in row `n`, 0 being the column head.
     QLabel* cell(KvxColumn column, int n) const;
@@ -107,11 +103,12 @@ public:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    // The window's load runs once, on the first fill of its texts or the
+    // first bring-up, whichever comes first, as the language needs to be
+    // there.
+    void loadModel() override;
     void setShown(bool shown) override;
-
-private Q_SLOTS:
-    // The operator picked an entry of cbCompensation.
-    void cbCompensation_Click(int index);
+    void compensationPicked(int index, const QString& text) override;
 
 private:
     frmKVXCondensedReport();
@@ -125,7 +122,6 @@ private:
     // The design captions of the heads and the knee label, as the model's
     // first cells.
     void adoptDesignTexts();
-    void mirrorCompensation();
 
     QFrame* m_page = nullptr;
     ReportPageArea* m_area = nullptr;

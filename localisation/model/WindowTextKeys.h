@@ -3,6 +3,7 @@
 // names it, with its index for arrays ("lbTapTest(0)"); "" is the window.
 #pragma once
 
+#include "shell/model/Version.h"
 #include <QString>
 
 #include <vector>
@@ -36,7 +37,7 @@ struct WindowTextTable
 };
 
 // The version text shown on the status bar and in the About window.
-inline constexpr auto VersionText = "3.13.1";
+inline constexpr auto VersionText = QuenbyVersion;
 
 const std::vector<WindowTextTable>& windowTextTables();
 // The table of a fill routine, or nullptr.

@@ -1,13 +1,15 @@
 #include "report/ui/ReportWindow.h"
 
+#include "shell/model/RuntimeError.h"
+
+#include <QComboBox>
 #include <QEventLoop>
+#include <QSignalBlocker>
 
 namespace quenby {
 
-void ReportWindow::bringUp(QWidget* owner)
+void ModalWindow::showModalOver(QWidget* owner)
 {
-    if (!m_loaded)
-        Form_Load();
     if (isVisible()) {
         raise();
         activateWindow();
@@ -24,6 +26,53 @@ void ReportWindow::bringUp(QWidget* owner)
     m_modalWait = nullptr;
 }
 
+void ModalWindow::hideEvent(QHideEvent* event)
+{
+    if (m_modalWait)
+        m_modalWait->quit();
+    QMainWindow::hideEvent(event);
+}
+
+void ReportWindow::Form_Load()
+{
+    m_loaded = true;
+    loadModel();
+    mirrorModel();
+}
+
+void ReportWindow::bringUp(QWidget* owner)
+{
+    if (!m_loaded)
+        Form_Load();
+    showModalOver(owner);
+}
+
+void ReportWindow::mirrorCompensation(QComboBox& box, const QStringList& items, int index,
+                                      const QString& text)
+{
+    const QSignalBlocker quiet(&box);
+    bool sameItems = box.count() == items.size();
+    for (int i = 0; sameItems && i < box.count(); ++i)
+        sameItems = box.itemText(i) == items.at(i);
+    if (!sameItems) {
+        box.clear();
+        box.addItems(items);
+    }
+    box.setCurrentIndex(index >= 0 && index < box.count() ? index : -1);
+    // The text of an editable box may be other than its chosen item.
+    if (box.currentText() != text)
+        box.setEditText(text);
+}
+
+void ReportWindow::cbCompensation_Click(QComboBox& box, int index)
+{
+    const CommandScope scope(QStringLiteral("cbCompensation_Click"));
+    // Opens the compensation dialog modally; its OK fills the compensated
+    // column(s) before this returns.
+    compensationPicked(index, box.itemText(index));
+    mirrorModel();
+}
+
 void ReportWindow::showEvent(QShowEvent* event)
 {
     setShown(true);
@@ -33,9 +82,7 @@ void ReportWindow::showEvent(QShowEvent* event)
 void ReportWindow::hideEvent(QHideEvent* event)
 {
     setShown(false);
-    if (m_modalWait)
-        m_modalWait->quit();
-    QMainWindow::hideEvent(event);
+    ModalWindow::hideEvent(event);
 }
 
 } // namespace quenby

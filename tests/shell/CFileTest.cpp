@@ -243,19 +243,16 @@ TEST_F(CFileTest, OpenFileForOutputInAMissingFolderFailsAndPrintingThenFails)
     EXPECT_FALSE(QFileInfo::exists(path("absent")));
 }
 
-TEST_F(CFileTest, OpenFileForOutputOnAReadOnlyFileFailsForAnOrdinaryUser)
+TEST_F(CFileTest, OpenFileForOutputWhereNoFileCanBeFails)
 {
-    writeBytes(path("locked.txt"), "locked\r\n");
-    ASSERT_TRUE(QFile::setPermissions(path("locked.txt"), QFile::ReadOwner | QFile::ReadUser));
-    QFile probe(path("locked.txt"));
-    if (probe.open(QIODevice::WriteOnly | QIODevice::Append))
-        GTEST_SKIP() << "this user writes to read-only files (root); the folder case covers it";
-
-    QString target = path("locked.txt");
+    // A path below a regular file can be made by nobody, root included.
+    writeBytes(path("plain.txt"), "plain\r\n");
+    QString target = path("plain.txt") + QStringLiteral("/inside.txt");
     EXPECT_NE(m_file.OpenFile(target, True16), 0);
     QString line = "text";
     EXPECT_NE(m_file.PrintLineToFile(line), 0);
-    EXPECT_EQ(readBytes(target), QByteArray("locked\r\n"));
+    EXPECT_EQ(readBytes(path("plain.txt")), QByteArray("plain\r\n"));
+    EXPECT_FALSE(QFileInfo::exists(target));
 }
 
 TEST_F(CFileTest, OpenFileWithEveryNumberTakenReturnsThePlatformNumber)

@@ -184,7 +184,8 @@ void frmZBLBasicReport::connectEvents()
         }
     }
 
-    connect(m_compensation, &QComboBox::activated, this, &frmZBLBasicReport::cbCompensation_Click);
+    connect(m_compensation, &QComboBox::activated, this,
+            [this](int index) { cbCompensation_Click(*m_compensation, index); });
     connect(m_compensation->lineEdit(), &QLineEdit::textEdited, this,
             [](const QString& text) { zblBasicReport().cbCompensationText = text; });
     connect(m_scroll, &QScrollBar::valueChanged, this, [this](int value) {
@@ -208,11 +209,9 @@ void frmZBLBasicReport::loadLogo(const QString& path, double /*left*/, double /*
         logo->setPixmap(image.scaled(logo->size(), Qt::KeepAspectRatio, Qt::SmoothTransformation));
 }
 
-void frmZBLBasicReport::Form_Load()
+void frmZBLBasicReport::loadModel()
 {
-    m_loaded = true;
     ZblReport_Form_Load();
-    mirrorModel();
 }
 
 void frmZBLBasicReport::closeEvent(QCloseEvent* event)
@@ -226,16 +225,12 @@ void frmZBLBasicReport::setShown(bool shown)
     zblBasicReport().shown = shown;
 }
 
-void frmZBLBasicReport::cbCompensation_Click(int index)
+void frmZBLBasicReport::compensationPicked(int index, const QString& text)
 {
-    const CommandScope scope(QStringLiteral("cbCompensation_Click"));
     ZblBasicReportModel& model = zblBasicReport();
     model.cbCompensationIndex = index;
-    model.cbCompensationText = m_compensation->itemText(index);
-    // Opens the compensation dialog modally; its OK fills the compensated
-    // columns before this returns.
+    model.cbCompensationText = text;
     ZblReport_cbCompensation_Click();
-    mirrorModel();
 }
 
 void frmZBLBasicReport::openVGraph(const QString& letter, const QString& channelHead)
@@ -264,7 +259,8 @@ void frmZBLBasicReport::mirrorModel()
         }
     }
 
-    mirrorCompensation();
+    mirrorCompensation(*m_compensation, model.cbCompensationItems, model.cbCompensationIndex,
+                       model.cbCompensationText);
 
     // Until its load the window keeps its menu as designed, entries that lead
     // nowhere hidden; the model's flags count from the load on.
@@ -289,24 +285,6 @@ void frmZBLBasicReport::mirrorModel()
     // The frame's top is in twips and goes negative as the page scrolls up.
     const int top = model.frResistanceTop;
     m_page->move(m_page->x(), top < 0 ? -pixelsOfTwips(-top) : pixelsOfTwips(top));
-}
-
-void frmZBLBasicReport::mirrorCompensation()
-{
-    const ZblBasicReportModel& model = zblBasicReport();
-    const QSignalBlocker quiet(m_compensation);
-    bool sameItems = m_compensation->count() == model.cbCompensationItems.size();
-    for (int i = 0; sameItems && i < m_compensation->count(); ++i)
-        sameItems = m_compensation->itemText(i) == model.cbCompensationItems.at(i);
-    if (!sameItems) {
-        m_compensation->clear();
-        m_compensation->addItems(model.cbCompensationItems);
-    }
-    const int index = model.cbCompensationIndex;
-    m_compensation->setCurrentIndex(index >= 0 && index < m_compensation->count() ? index : -1);
-    // The text of an editable box may be other than its chosen item.
-    if (m_compensation->currentText() != model.cbCompensationText)
-        m_compensation->setEditText(model.cbCompensationText);
 }
 
 void frmZBLBasicReport::buildMenu()

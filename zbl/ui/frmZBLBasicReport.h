@@ -41,11 +41,6 @@ public:
     // The one instance, made on first touch; closing only hides it.
     static frmZBLBasicReport& instance();
 
-    // The window's load: runs once, on the first fill of its texts or the
-    // first bring-up, whichever comes first, as the language needs to be
-    // there.
-    void Form_Load() override;
-
     // Puts the language texts on the window; loads it first.
     void FillTextsZblBasicReport();
 
@@ -58,7 +53,7 @@ public:
     // Copies the whole report model into the controls: head, cells, row
     // visibility, compensation line, menu entries, scroll bar and the page's
     // place.
-    void mirrorModel();
+    void mirrorModel() override;
 
     // What the report's model asks of the window.
     void fillReportTexts() override;
@@ -69,16 +64,16 @@ public:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    // The window's load runs once, on the first fill of its texts or the
+    // first bring-up, whichever comes first, as the language needs to be
+    // there.
+    void loadModel() override;
     void setShown(bool shown) override;
-
-private Q_SLOTS:
-    // The operator picked an entry of cbCompensation.
-    void cbCompensation_Click(int index);
+    void compensationPicked(int index, const QString& text) override;
 
 private:
     frmZBLBasicReport();
     void connectEvents();
-    void mirrorCompensation();
     // mnuVGraphA and mnuVGraphB: the graph of one channel over the report.
     void openVGraph(const QString& letter, const QString& channelHead);
     void buildMenu();

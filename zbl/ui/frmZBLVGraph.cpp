@@ -7,7 +7,6 @@
 
 #include <QChartView>
 #include <QCheckBox>
-#include <QEventLoop>
 #include <QFrame>
 #include <QGraphicsEllipseItem>
 #include <QHBoxLayout>
@@ -177,31 +176,6 @@ void mirrorVGraphPage(QWidget& page, const VGraphChart& chart, QGraphicsEllipseI
             cursor->setPos(chart.view->chart()->mapToPosition(at, chart.plot));
         cursor->setVisible(inside);
     }
-}
-
-void frmZBLVGraph::showModalOver(QWidget* owner)
-{
-    if (isVisible()) {
-        raise();
-        activateWindow();
-        return;
-    }
-    if (owner && parentWidget() != owner)
-        setParent(owner, windowFlags() | Qt::Window);
-    setWindowModality(Qt::ApplicationModal);
-    show();
-    QEventLoop wait;
-    m_modalWait = &wait;
-    while (isVisible())
-        wait.exec();
-    m_modalWait = nullptr;
-}
-
-void frmZBLVGraph::hideEvent(QHideEvent* event)
-{
-    if (m_modalWait)
-        m_modalWait->quit();
-    QMainWindow::hideEvent(event);
 }
 
 void frmZBLVGraph::mirror(const VGraphForm& form)

@@ -6,6 +6,7 @@
 #pragma once
 
 #include "localisation/ui/WindowTexts.h"
+#include "report/ui/ReportWindow.h"
 #include "zbl/model/VGraph.h"
 #include "zbl/ui/ZblPageParts.h"
 
@@ -14,12 +15,11 @@
 
 #include <optional>
 
-class QEventLoop;
 class QGraphicsEllipseItem;
 
 namespace quenby {
 
-class frmZBLVGraph final : public QMainWindow, public WindowTextReceiver
+class frmZBLVGraph final : public ModalWindow, public WindowTextReceiver
 {
     Q_OBJECT
 
@@ -37,12 +37,7 @@ public:
     // cursor, read-out labels, the zoom box and the unzoom hint.
     void mirror(const VGraphForm& form);
 
-    // Focus if the window is visible, else a modal show owned by `owner`,
-    // returning when the graph is closed or hidden.
-    void showModalOver(QWidget* owner);
-
 protected:
-    void hideEvent(QHideEvent* event) override;
     // The mouse on the graph: a click, a double click, the cursor drag and
     // the rectangle of a zoom, each handed to the model.
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -57,7 +52,6 @@ private:
     // The model's graph window on screen, after each event it took.
     void mirrorModel();
 
-    QEventLoop* m_modalWait = nullptr;
     VGraphChart m_graph;
     QGraphicsEllipseItem* m_cursor = nullptr;
     // Where the left button went down on the graph, while it is held.
