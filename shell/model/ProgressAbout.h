@@ -9,6 +9,7 @@
 // centring are defined.
 #pragma once
 
+#include "shell/model/Twips.h"
 #include "shell/model/Checked.h"
 #include "shell/model/Dynamic.h"
 
@@ -30,15 +31,6 @@ QString tmrProgressStep(const QString& lbPointText);
 
 // ---- Window geometry, in twips ----
 
-inline constexpr double TwipsPerInch = 1440;
-
-// Pixels to twips and back at a screen's logical dots per inch; pixels are
-// whole, so the way back rounds to the nearest.
-inline double pixelsToTwips(double pixels, double dpi)
-{
-    return pixels * TwipsPerInch / dpi;
-}
-int twipsToPixels(double twips, double dpi);
 
 struct TwipsRect
 {

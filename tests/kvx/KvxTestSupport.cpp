@@ -8,18 +8,10 @@
 #include "shell/model/SequentialFiles.h"
 #include "shell/model/YieldHook.h"
 #include "tests/support/TestFiles.h"
+#include "tests/support/Failure.h"
 
 namespace quenby::testing {
 
-int failureOf(const std::function<void()>& f)
-{
-    try {
-        f();
-    } catch (const RuntimeError& e) {
-        return e.number();
-    }
-    return 0;
-}
 
 samples::KvxSampleFile smallSample()
 {

@@ -8,6 +8,7 @@
 #include "shell/model/Checked.h"
 #include "tests/support/FreshSessions.h"
 #include "tools/kvxsamples/KvxSampleWriter.h"
+#include "tests/support/Failure.h"
 
 #include <QString>
 #include <QStringList>
@@ -24,8 +25,6 @@ inline const FreshEachTest<KvxSession> freshKvxSession;
 // The text the test language file gives the insulation head's key.
 inline const QString InsulationHeadText = QStringLiteral("Insulation (Ohms)");
 
-// The run-time failure number `f` raises, or 0 when it raises none.
-int failureOf(const std::function<void()>& f);
 
 // A small file of two taps, X1-X2 and X1-X3, with five-point curves.
 samples::KvxSampleFile smallSample();

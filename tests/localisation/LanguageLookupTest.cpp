@@ -8,6 +8,7 @@
 #include "shell/model/RuntimeError.h"
 #include "shell/model/SequentialFiles.h"
 #include "tests/support/TestFiles.h"
+#include "tests/support/Failure.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -22,15 +23,6 @@ using namespace quenby::testing;
 
 namespace {
 
-int failureOf(const std::function<void()>& f)
-{
-    try {
-        f();
-    } catch (const RuntimeError& e) {
-        return e.number();
-    }
-    return 0;
-}
 
 QByteArray linesIn(const QStringList& lines, CodePage page)
 {

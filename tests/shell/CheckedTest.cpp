@@ -1,5 +1,6 @@
 #include "shell/model/Checked.h"
 #include "shell/model/RuntimeError.h"
+#include "tests/support/Failure.h"
 
 #include <gtest/gtest.h>
 
@@ -7,18 +8,8 @@
 #include <functional>
 
 using namespace quenby;
+using namespace quenby::testing;
 
-namespace {
-int failureOf(const std::function<void()>& f)
-{
-    try {
-        f();
-    } catch (const RuntimeError& e) {
-        return e.number();
-    }
-    return 0;
-}
-} // namespace
 
 TEST(Checked, ConversionRoundsHalvesToEven)
 {

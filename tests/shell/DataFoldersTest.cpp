@@ -12,6 +12,7 @@
 #include "shell/model/SettingsStore.h"
 #include "tests/support/ScriptedServices.h"
 #include "tests/support/TestFiles.h"
+#include "tests/support/Failure.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -24,11 +25,6 @@
 #include <ostream>
 #include <vector>
 
-// Failure messages show texts as texts.
-static void PrintTo(const QString& text, std::ostream* os)
-{
-    *os << '"' << text.toStdString() << '"';
-}
 
 using namespace quenby;
 using namespace quenby::testing;

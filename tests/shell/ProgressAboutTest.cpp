@@ -3,6 +3,7 @@
 #include "shell/model/ProgressAbout.h"
 #include "shell/model/AppState.h"
 #include "shell/model/RuntimeError.h"
+#include "tests/support/Failure.h"
 
 #include <QStringList>
 
@@ -11,18 +12,10 @@
 #include <functional>
 
 using namespace quenby;
+using namespace quenby::testing;
 
 namespace {
 
-int failureOf(const std::function<void()>& f)
-{
-    try {
-        f();
-    } catch (const RuntimeError& e) {
-        return e.number();
-    }
-    return 0;
-}
 
 // Keeps the shared busy flag as a test found it.
 class ProcessFlag : public ::testing::Test

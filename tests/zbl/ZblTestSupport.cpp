@@ -19,12 +19,6 @@ std::optional<RuntimeError> failureFrom(const std::function<void()>& f)
     return std::nullopt;
 }
 
-int failureOf(const std::function<void()>& f)
-{
-    const std::optional<RuntimeError> e = failureFrom(f);
-    return e ? e->number() : 0;
-}
-
 QStringList uploadedLines(const QStringList& rows, const QString& mode)
 {
     QStringList lines{QString(mode == QLatin1String("Manual") ? 76 : 88, u'-'),

@@ -9,6 +9,7 @@
 #include "shell/model/RuntimeError.h"
 #include "zbl/model/ZblTestFileReader.h"
 #include "zbl/model/ZblTestRecord.h"
+#include "tests/support/Failure.h"
 
 #include <QString>
 #include <QStringList>
@@ -20,11 +21,6 @@
 #include <optional>
 #include <ostream>
 
-// Failures show texts as UTF-8 rather than as bytes.
-inline void PrintTo(const QString& text, std::ostream* out)
-{
-    *out << '"' << text.toStdString() << '"';
-}
 
 namespace quenby::testing {
 
@@ -33,8 +29,6 @@ inline const FreshEachTest<ZblSession> freshZblSession;
 
 // The run-time failure `f` raises, or none.
 std::optional<RuntimeError> failureFrom(const std::function<void()>& f);
-// Its number, 0 when it raises none.
-int failureOf(const std::function<void()>& f);
 
 // The lines of an uploaded file of the given mode text ("Manual", "Timed",
 // "Auto T/C"), with `rows` as table rows and the closing rule.

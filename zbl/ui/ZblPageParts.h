@@ -3,6 +3,7 @@
 // and table cells made under their control names.
 #pragma once
 
+#include "shell/model/Twips.h"
 #include <QString>
 
 class QChartView;
@@ -15,14 +16,6 @@ class QValueAxis;
 class QWidget;
 
 namespace quenby {
-
-// The report geometry is in twips, 1440 to the inch; the screen shows
-// 96 pixels to the inch, so one pixel is 15 twips.
-inline constexpr int TwipsPerPixel = 15;
-constexpr int pixelsOfTwips(int value)
-{
-    return (value + TwipsPerPixel / 2) / TwipsPerPixel;
-}
 
 // Where the logo goes on every ZBL page, in twips.
 inline constexpr int LogoLeftTwips = 1560;
