@@ -9,6 +9,7 @@
 #include "shell/model/Services.h"
 #include "shell/model/Session.h"
 #include "shell/model/ShellSession.h"
+#include "upload/model/UploadSession.h"
 #include "zbl/model/ZblCompensation.h"
 #include "zbl/model/ZblSession.h"
 
@@ -20,6 +21,7 @@ struct Sessions
     OwnedSession<ShellSession> shell;
     OwnedSession<KvxSession> kvx;
     OwnedSession<ZblSession> zbl;
+    OwnedSession<UploadSession> upload;
     OwnedSession<CompensationDialogModel> compensation;
 
     // The two reports as the compensation dialog sees them.

@@ -10,11 +10,15 @@
 // Without arguments it uploads samples/kvx-instrument.sim (an 11-test file
 // and a 2-test file) and samples/zbl-instrument.sim (100 readings and 4).
 #include "shell/model/AppState.h"
+#include "shell/model/Services.h"
+#include "shell/model/Session.h"
 #include "shell/model/SettingsStore.h"
+#include "shell/model/ShellSession.h"
 #include "tools/instrument-sim/InstrumentFrames.h"
 #include "tools/instrument-sim/ScenarioReader.h"
 #include "upload/model/UploadDeviceForm.h"
 #include "upload/model/UploadGlobals.h"
+#include "upload/model/UploadSession.h"
 #include "upload/model/mdKvxZblCom.h"
 #include "upload/model/mdStateMachine.h"
 #include "upload/platform/QtSerialPortDevice.h"
@@ -34,6 +38,16 @@ namespace {
 
 constexpr double BitsPerByte = 10.0; // start, 8 data, stop
 constexpr double BaudRate = 115200.0;
+
+// The upload window as the bench has it: nothing on screen.
+class NoWindow final : public UploadDeviceView
+{
+public:
+    void fillTexts() override {}
+    void mirror() override {}
+    void hideWindow() override {}
+    void bringUp() override {}
+};
 
 struct FileRun
 {
@@ -61,9 +75,15 @@ qint64 wireBytesOf(const sim::Instrument& instrument, int file)
 }
 
 // Drives the loop as the upload window's timer does: a tick, then the next
-// one 100 ms after the tick ended.
+// one 100 ms after the tick ended. Each upload has a fresh upload session
+// with the Qt serial port and the system's port list in it.
 UploadRun upload(const sim::Instrument& instrument)
 {
+    OwnedSession<UploadSession> session;
+    installSerialServices();
+    NoWindow window;
+    Installed<UploadDeviceView> view(window);
+
     UploadRun run;
     QElapsedTimer clock;
     bool pressed = false;
@@ -80,24 +100,24 @@ UploadRun upload(const sim::Instrument& instrument)
         const UploadGlobals& g = uploadGlobals();
         if (pressed)
             ++ticks;
-        if (!pressed && g.UploadState == upstate::Idle && uploadDeviceForm().cmdGetFilesEnabled) {
+        if (!pressed && g.UploadState == UpState::Idle && uploadDeviceForm().cmdGetFilesEnabled) {
             cmdGetFiles_Click();
             pressed = true;
             clock.start();
         }
-        if (pressed && g.UploadState == upstate::AskHeader && fileInHand != g.CurrentFile) {
+        if (pressed && g.UploadState == UpState::AskHeader && fileInHand != g.CurrentFile) {
             fileInHand = g.CurrentFile;
             fileStartTick = ticks;
             fileStartMs = clock.elapsed();
         }
-        if (pressed && g.UploadState == upstate::SaveFile) {
+        if (pressed && g.UploadState == UpState::SaveFile) {
             FileRun f;
             f.wireBytes = wireBytesOf(instrument, g.CurrentFile - 1);
             f.ticks = ticks - fileStartTick + 1; // the save tick is the file's last
             f.elapsedMs = clock.elapsed() - fileStartMs;
             run.files.push_back(f);
         }
-        if (pressed && g.UploadState == upstate::EndUpload) {
+        if (pressed && g.UploadState == UpState::EndUpload) {
             run.ended = true;
             run.ticksToEnd = ticks;
             run.elapsedMs = clock.elapsed();
@@ -112,7 +132,6 @@ UploadRun upload(const sim::Instrument& instrument)
     QObject::connect(&guard, &QTimer::timeout, &loop, &QEventLoop::quit);
     guard.start(300000);
 
-    resetUploadGlobals();
     UploadDevice_Form_Load();
     tick.start(uploadDeviceForm().timerInterval);
     loop.exec();
@@ -146,6 +165,8 @@ void report(const QString& scenario, const sim::Instrument& instrument, const Up
 int main(int argc, char** argv)
 {
     QCoreApplication app(argc, argv);
+    OwnedSession<Services> services;
+    OwnedSession<ShellSession> shell;
     QStringList scenarios = app.arguments().mid(1);
     if (scenarios.isEmpty())
         scenarios = {QStringLiteral(QUENBY_SAMPLES_DIR "/kvx-instrument.sim"),
@@ -157,7 +178,6 @@ int main(int argc, char** argv)
     setSettingsStore(&store);
     store.SaveSetting("Quenby", "UserFileTransfert", "KVX", data.path());
     store.SaveSetting("Quenby", "UserFileTransfert", "ZBL", data.path());
-    installSerialServices();
     // The loop's messages come from the language file.
     appState().LangFilePath = QStringLiteral(QUENBY_LANG_DIR "/en.lng");
 

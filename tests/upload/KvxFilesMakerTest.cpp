@@ -4,6 +4,7 @@
 // by hand from the rules and read back the way the open command reads a file.
 #include "upload/model/mdKVXFilesMaker.h"
 
+#include "kvx/model/KvxSession.h"
 #include "kvx/model/KvxTestFileReader.h"
 #include "kvx/model/KvxTestRecord.h"
 #include "shell/model/AppState.h"
@@ -17,7 +18,9 @@
 #include "tools/instrument-sim/InstrumentFrames.h"
 #include "upload/model/DeviceRecords.h"
 #include "upload/model/ModText.h"
+#include "upload/model/UploadFolder.h"
 #include "upload/model/UploadGlobals.h"
+#include "upload/model/UploadSession.h"
 #include "upload/model/mdKvxZblCom.h"
 
 #include <QDir>
@@ -283,6 +286,9 @@ QStringList sampleFileLines()
 class KvxFilesMakerTest : public ::testing::Test
 {
 protected:
+    // The upload's variables and the read-back's KVX test record, fresh.
+    OwnedSession<UploadSession> session;
+    OwnedSession<KvxSession> kvx;
     QTemporaryDir dataRoot;
     QTemporaryDir storeDir;
     QTemporaryDir langDir;
@@ -300,12 +306,10 @@ protected:
         setSettingsStore(&*store);
         store->SaveSetting(QStringLiteral("Quenby"), QStringLiteral("UserFileTransfert"),
                            QStringLiteral("KVX"), toPlatformPath(dataRoot.path()));
-        resetUploadGlobals();
         UploadGlobals& g = uploadGlobals();
         g.UploadFolderStamp = Stamp;
         g.CurrentFile = 1;
         g.DeviceSerial = QStringLiteral("KVX0001");
-        ClearTextLine();
 
         // The reader puts a language text into the report's insulation head.
         writeBytes(langDir.filePath(QStringLiteral("en.lng")),
@@ -325,21 +329,21 @@ protected:
         appState().KvxTestFileNo = Dynamic();
         setAppPathOverride(QString());
         setSettingsStore(nullptr);
-        resetUploadGlobals();
-        ClearTextLine();
         QDir::setCurrent(savedCurrentFolder);
     }
 
-    // The header frame parsed as the upload parses it, the data frame left
-    // where the maker takes it from.
-    KvxHeaderRecord upload(const sim::KvxStoredFile& file)
+    // The frames of `file` decoded as the upload decodes them when it saves
+    // a file, and handed to the maker.
+    static void upload(const sim::KvxStoredFile& file)
     {
         KvxHeaderRecord header;
-        const QByteArray headerFrame = sim::kvxHeaderFrame(file);
-        ParseKvxHeader(headerFrame, header);
-        uploadGlobals().ByteArrayHeaderRx = headerFrame;
-        uploadGlobals().ByteArrayDataRx = sim::kvxDataFrame(file);
-        return header;
+        ParseKvxHeader(sim::kvxHeaderFrame(file), header);
+        write(header, sim::kvxDataFrame(file));
+    }
+
+    static void write(const KvxHeaderRecord& header, const QByteArray& dataFrame)
+    {
+        WriteKvxTestFile(header, ParseKvxRecords(SpreadKvxData(dataFrame), header.numberOfTests));
     }
 
     QString folder() const { return dataRoot.path() + QStringLiteral("/KVX/Files/") + Stamp; }
@@ -357,7 +361,7 @@ protected:
         sim::KvxStoredFile f = sampleFile();
         f.serial = QStringLiteral("SN");
         f.tests = {test};
-        WriteKvxTestFile(upload(f));
+        upload(f);
         return rowOf(linesOf(filePath(QStringLiteral("1-SN.txt"))), 1);
     }
 
@@ -390,7 +394,7 @@ protected:
 
 TEST_F(KvxFilesMakerTest, WholeFileByteForByte)
 {
-    WriteKvxTestFile(upload(sampleFile()));
+    upload(sampleFile());
     const QString path = filePath(QStringLiteral("1-A_B_1.txt"));
     ASSERT_TRUE(QFileInfo::exists(path));
     const QByteArray bytes = readBytes(path);
@@ -408,7 +412,7 @@ TEST_F(KvxFilesMakerTest, WholeFileByteForByte)
 
 TEST_F(KvxFilesMakerTest, TableHeadLinesHaveTheirWidths)
 {
-    WriteKvxTestFile(upload(sampleFile()));
+    upload(sampleFile());
     const QStringList lines = linesOf(filePath(QStringLiteral("1-A_B_1.txt")));
     EXPECT_EQ(lines[26].size(), 149);
     EXPECT_EQ(lines[27].size(), 151);
@@ -418,7 +422,7 @@ TEST_F(KvxFilesMakerTest, TableHeadLinesHaveTheirWidths)
 
 TEST_F(KvxFilesMakerTest, ReadBackThroughTheOpenCommandsRoad)
 {
-    WriteKvxTestFile(upload(sampleFile()));
+    upload(sampleFile());
     ASSERT_EQ(readBack(filePath(QStringLiteral("1-A_B_1.txt"))), 0);
     const KvxTestRecord& r = kvxTestRecord();
     ParseKvxHeaderFields();
@@ -482,7 +486,7 @@ TEST_F(KvxFilesMakerTest, SerialWithSlashAndColonGivesACleanName)
 {
     sim::KvxStoredFile f = sampleFile();
     f.tests.clear();
-    WriteKvxTestFile(upload(f));
+    upload(f);
     EXPECT_EQ(QDir(folder()).entryList(QDir::Files), QStringList{"1-A_B_1.txt"});
 }
 
@@ -492,7 +496,7 @@ TEST_F(KvxFilesMakerTest, NameStartsWithTheCurrentFile)
     sim::KvxStoredFile f = sampleFile();
     f.serial = QStringLiteral("CT 7");
     f.tests.clear();
-    WriteKvxTestFile(upload(f));
+    upload(f);
     EXPECT_TRUE(QFileInfo::exists(filePath(QStringLiteral("12-CT 7.txt"))));
 }
 
@@ -511,7 +515,7 @@ TEST_F(KvxFilesMakerTest, DateAndTimeTakeTheSecondFromByte13)
     f.tests.clear();
     f.value13 = 3;
     f.second = 59;
-    WriteKvxTestFile(upload(f));
+    upload(f);
     const QStringList lines = linesOf(filePath(QStringLiteral("1-A_B_1.txt")));
     EXPECT_EQ(lines[22], "Date:            9 Jul.2014");
     EXPECT_EQ(lines[23], "Time:            01:02:03");
@@ -527,7 +531,7 @@ TEST_F(KvxFilesMakerTest, MonthsBeforeJulyKeepTheirBlank)
     f.hour = 23;
     f.minute = 59;
     f.value13 = 10;
-    WriteKvxTestFile(upload(f));
+    upload(f);
     const QStringList lines = linesOf(filePath(QStringLiteral("1-A_B_1.txt")));
     EXPECT_EQ(lines[22], "Date:            25 Jan. 2024");
     EXPECT_EQ(lines[23], "Time:            23:59:10");
@@ -546,7 +550,7 @@ TEST(KvxMonthNameTest, TwelveNamesAndNothingElse)
 
 TEST(KvxCurrentTextTest, AmperesFromAThousandMilliamperesOn)
 {
-    ClearTextLine();
+    OwnedSession<UploadSession> session; // the line under construction
     // 500 mA: "500.000m", 5 blanks to spare, 2.5 -> 2 on the left.
     EXPECT_EQ(KvxCurrentText(500.0, 13), "  500.000m   ");
     ClearTextLine();
@@ -562,16 +566,14 @@ TEST(KvxCurrentTextTest, AmperesFromAThousandMilliamperesOn)
     ClearTextLine();
     // Too wide for its field: no blanks.
     EXPECT_EQ(KvxCurrentText(123456.0, 5), "123.456");
-    ClearTextLine();
 }
 
 TEST(KvxCurrentTextTest, GoesOntoTheLineUnderConstruction)
 {
-    ClearTextLine();
+    OwnedSession<UploadSession> session; // the line under construction
     TextLineCentered(QStringLiteral("No."), 6);
     const QString piece = KvxCurrentText(500.0, 13);
     EXPECT_EQ(TextLineResult(), QStringLiteral("  No. ") + piece);
-    ClearTextLine();
 }
 
 TEST_F(KvxFilesMakerTest, MeasuredRatioOfExactlyPointNineShowsDashes)
@@ -726,7 +728,7 @@ TEST_F(KvxFilesMakerTest, NoTestsGivesHeaderAndTableHeadAlone)
 {
     sim::KvxStoredFile f = sampleFile();
     f.tests.clear();
-    WriteKvxTestFile(upload(f));
+    upload(f);
     QStringList want = sampleHeaderLines(QStringLiteral("A/B:1"));
     want << tableHeadLines();
     EXPECT_EQ(readBytes(filePath(QStringLiteral("1-A_B_1.txt"))), crlfLines(want));
@@ -744,8 +746,8 @@ TEST_F(KvxFilesMakerTest, TwelveTestsAreABoundsError)
     // The data frame holds the eleven that fit the slot table; the twelfth
     // test is asked of a slot that does not exist.
     f.tests.pop_back();
-    uploadGlobals().ByteArrayDataRx = sim::kvxDataFrame(f);
-    EXPECT_EQ(failureOf([&] { WriteKvxTestFile(header); }), err::SubscriptOutOfRange);
+    const QByteArray dataFrame = sim::kvxDataFrame(f);
+    EXPECT_EQ(failureOf([&] { write(header, dataFrame); }), err::SubscriptOutOfRange);
 }
 
 TEST_F(KvxFilesMakerTest, ElevenTestsFit)
@@ -754,7 +756,7 @@ TEST_F(KvxFilesMakerTest, ElevenTestsFit)
     f.tests.clear();
     for (int i = 1; i <= 11; ++i)
         f.tests.push_back(plainTest(QStringLiteral("X1-X2"), i));
-    WriteKvxTestFile(upload(f));
+    upload(f);
     const QStringList lines = linesOf(filePath(QStringLiteral("1-A_B_1.txt")));
     EXPECT_TRUE(rowOf(lines, 11).startsWith(QStringLiteral(" 11    X1-X2")));
 }
@@ -768,7 +770,7 @@ TEST_F(KvxFilesMakerTest, ExcitationTableOnlyForItsFlag)
     sim::KvxTest none = plainTest(QStringLiteral("X1-X3"), 2);
     none.points.clear(); // flag set, no points: the table's head alone
     f.tests = {off, none};
-    WriteKvxTestFile(upload(f));
+    upload(f);
     const QStringList lines = linesOf(filePath(QStringLiteral("1-A_B_1.txt")));
     ASSERT_EQ(lines.size(), 26 + 4 + 2 + 6);
     EXPECT_EQ(lines.mid(32), excitationHead(QStringLiteral("02")));
@@ -782,7 +784,7 @@ TEST_F(KvxFilesMakerTest, PointCountUpTo201WritesZerosBeyondTheHundred)
         t.points.emplace_back(static_cast<float>(j), 1.0f);
     t.pointCountOverride = 201;
     f.tests = {t};
-    WriteKvxTestFile(upload(f));
+    upload(f);
     const QStringList lines = linesOf(filePath(QStringLiteral("1-A_B_1.txt")));
     ASSERT_EQ(lines.size(), 26 + 4 + 1 + 6 + 201);
     const qsizetype first = 26 + 4 + 1 + 6;
@@ -803,17 +805,16 @@ TEST_F(KvxFilesMakerTest, PointCountAbove201IsABoundsError)
     t.points = {{1.0f, 1.0f}};
     t.pointCountOverride = 202;
     f.tests = {t};
-    const KvxHeaderRecord header = upload(f);
-    EXPECT_EQ(failureOf([&] { WriteKvxTestFile(header); }), err::SubscriptOutOfRange);
+    EXPECT_EQ(failureOf([&] { upload(f); }), err::SubscriptOutOfRange);
 }
 
 TEST_F(KvxFilesMakerTest, ARetryWritesOverItsOwnFile)
 {
     sim::KvxStoredFile f = sampleFile();
     f.tests.clear();
-    WriteKvxTestFile(upload(f));
+    upload(f);
     f.company = QStringLiteral("Second");
-    WriteKvxTestFile(upload(f));
+    upload(f);
     EXPECT_EQ(QDir(folder()).entryList(QDir::Files), QStringList{"1-A_B_1.txt"});
     const QStringList lines = linesOf(filePath(QStringLiteral("1-A_B_1.txt")));
     EXPECT_EQ(lines[10], "Company:         Second");
@@ -825,8 +826,7 @@ TEST_F(KvxFilesMakerTest, FailedOpenWritesNothingAndSaysNothing)
     // A folder in place of the file: it can't be opened for output.
     ASSERT_TRUE(QDir().mkpath(filePath(QStringLiteral("1-A_B_1.txt"))));
     sim::KvxStoredFile f = sampleFile();
-    const KvxHeaderRecord header = upload(f);
-    EXPECT_EQ(failureOf([&] { WriteKvxTestFile(header); }), 0);
+    EXPECT_EQ(failureOf([&] { upload(f); }), 0);
     EXPECT_TRUE(QFileInfo(filePath(QStringLiteral("1-A_B_1.txt"))).isDir());
     EXPECT_EQ(QDir(folder()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
               QStringList{"1-A_B_1.txt"});
@@ -840,7 +840,7 @@ TEST_F(KvxFilesMakerTest, FolderIsMadeWhenItListsNothing)
     sim::KvxStoredFile f = sampleFile();
     f.tests.clear();
     ASSERT_FALSE(QFileInfo::exists(folder()));
-    WriteKvxTestFile(upload(f));
+    upload(f);
     EXPECT_TRUE(QFileInfo(folder()).isDir());
     EXPECT_TRUE(QFileInfo::exists(filePath(QStringLiteral("1-A_B_1.txt"))));
 }
@@ -850,7 +850,7 @@ TEST_F(KvxFilesMakerTest, AnEmptyExistingFolderIsMadeAgain)
     ASSERT_TRUE(QDir().mkpath(folder()));
     sim::KvxStoredFile f = sampleFile();
     f.tests.clear();
-    WriteKvxTestFile(upload(f));
+    upload(f);
     // Making folders tests each stage by making it the current folder, and
     // the existing upload folder is the last stage: the call was made.
     EXPECT_EQ(QFileInfo(QDir::currentPath()).canonicalFilePath(),
@@ -865,7 +865,7 @@ TEST_F(KvxFilesMakerTest, AHiddenEntryMakesTheListingNonEmpty)
     const QString before = QDir::currentPath();
     sim::KvxStoredFile f = sampleFile();
     f.tests.clear();
-    WriteKvxTestFile(upload(f));
+    upload(f);
     // The folder was not made again, so the current folder did not move.
     EXPECT_EQ(QDir::currentPath(), before);
     EXPECT_TRUE(QFileInfo::exists(filePath(QStringLiteral("1-A_B_1.txt"))));
@@ -874,7 +874,7 @@ TEST_F(KvxFilesMakerTest, AHiddenEntryMakesTheListingNonEmpty)
 TEST_F(KvxFilesMakerTest, FolderComesFromTheSettingsStore)
 {
     const QString sep = pathSep();
-    EXPECT_EQ(KvxUploadFolder(),
+    EXPECT_EQ(UploadFolder(QStringLiteral("KVX")),
               toPlatformPath(dataRoot.path()) + sep + "KVX" + sep + "Files" + sep + Stamp + sep);
 }
 
@@ -885,7 +885,7 @@ TEST_F(KvxFilesMakerTest, AbsentKeyStartsThePathAtTheSeparator)
     QtSettingsStore other(emptyStore.path());
     setSettingsStore(&other);
     const QString sep = pathSep();
-    EXPECT_EQ(KvxUploadFolder(), sep + "KVX" + sep + "Files" + sep + Stamp + sep);
+    EXPECT_EQ(UploadFolder(QStringLiteral("KVX")), sep + "KVX" + sep + "Files" + sep + Stamp + sep);
     setSettingsStore(&*store);
 }
 

@@ -4,6 +4,9 @@
 // blanks on the left up to the width.
 #include "upload/model/ModText.h"
 
+#include "shell/model/Session.h"
+#include "upload/model/UploadSession.h"
+
 #include <QString>
 #include <gtest/gtest.h>
 
@@ -20,11 +23,11 @@ using namespace quenby;
 
 namespace {
 
+// The text line lives in the upload session: each test has a fresh one.
 class ModTextTest : public ::testing::Test
 {
 protected:
-    void SetUp() override { ClearTextLine(); }
-    void TearDown() override { ClearTextLine(); }
+    OwnedSession<UploadSession> session;
 };
 
 TEST(MyStrTest, HalfGoesToTheEvenNeighbour)

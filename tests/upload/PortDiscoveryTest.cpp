@@ -249,7 +249,7 @@ TEST_F(PortDiscoveryTest, ScanLetsTheWindowFollow)
 {
     int mirrored = 0;
     QStringList seen;
-    uploadFormHooks().mirror = [&] {
+    rig.view.onMirror = [&] {
         ++mirrored;
         seen = uploadDeviceForm().cbComItems;
     };

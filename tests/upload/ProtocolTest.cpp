@@ -9,6 +9,7 @@
 #include "upload/model/CCommBuffCirculaire.h"
 #include "upload/model/CSerialCom.h"
 #include "upload/model/UploadGlobals.h"
+#include "upload/model/UploadSession.h"
 #include "upload/model/mdKvxZblCom.h"
 
 #include <gtest/gtest.h>
@@ -16,6 +17,7 @@
 #include <cmath>
 #include <functional>
 #include <limits>
+#include <vector>
 
 using namespace quenby;
 using namespace quenby::testing;
@@ -123,9 +125,7 @@ void setSingle(QByteArray& bytes, qsizetype at, int sign, int biasedExponent, in
 class protocol : public ::testing::Test
 {
 protected:
-    void SetUp() override { resetUploadGlobals(); }
-    void TearDown() override { resetUploadGlobals(); }
-
+    OwnedSession<UploadSession> session; // before the ports, which it outlives
     ScriptedPorts ports;
 };
 
@@ -776,20 +776,34 @@ TEST_F(protocol, SpreadPutsEach942BytesIntoTheirOwnSlot)
     QByteArray payload = kvxSlotByHand(1) + kvxSlotByHand(2);
     setByte(payload, 941, 0xA1);
     setByte(payload, 942 + 941, 0xB2);
-    SpreadKvxData(frameOf(0x6C, payload));
-    EXPECT_EQ(kvxSlotTable()[0][0], 1);
-    EXPECT_EQ(kvxSlotTable()[0][941], 0xA1);
-    EXPECT_EQ(kvxSlotTable()[1][0], 2);
-    EXPECT_EQ(kvxSlotTable()[1][941], 0xB2);
+    const KvxSlotTable slots = SpreadKvxData(frameOf(0x6C, payload));
+    EXPECT_EQ(slots[0][0], 1);
+    EXPECT_EQ(slots[0][941], 0xA1);
+    EXPECT_EQ(slots[1][0], 2);
+    EXPECT_EQ(slots[1][941], 0xB2);
     // The positions past 942 are never written.
-    EXPECT_EQ(kvxSlotTable()[0][942], 0);
+    EXPECT_EQ(slots[0][942], 0);
+}
+
+TEST_F(protocol, ASpreadKeepsWhatItsPayloadDoesNotReach)
+{
+    KvxSlotTable before{};
+    before[0][10] = 0x55;
+    before[1][0] = 0x66;
+    before[0][942] = 0x77;
+    const KvxSlotTable slots = SpreadKvxData(frameOf(0x6C, QByteArray(5, '\x01')), before);
+    EXPECT_EQ(slots[0][4], 1);
+    // The payload ends at byte 4: the rest of the table is as it was.
+    EXPECT_EQ(slots[0][5], 0);
+    EXPECT_EQ(slots[0][10], 0x55);
+    EXPECT_EQ(slots[1][0], 0x66);
+    EXPECT_EQ(slots[0][942], 0x77);
 }
 
 TEST_F(protocol, ElevenSlotsFitAndATwelfthIsABoundsFailure)
 {
     QByteArray payload(11 * 942, '\x03');
-    SpreadKvxData(frameOf(0x6C, payload));
-    EXPECT_EQ(kvxSlotTable()[10][941], 3);
+    EXPECT_EQ(SpreadKvxData(frameOf(0x6C, payload))[10][941], 3);
 
     payload.append('\x04');
     const QByteArray frame = frameOf(0x6C, payload);
@@ -798,9 +812,8 @@ TEST_F(protocol, ElevenSlotsFitAndATwelfthIsABoundsFailure)
 
 TEST_F(protocol, AKvxRecordIsReadFromItsSlotOffsets)
 {
-    SpreadKvxData(frameOf(0x6C, kvxSlotByHand(1) + kvxSlotByHand(9)));
-    ParseKvxRecord(1);
-    const KvxDeviceRecord& r = kvxDeviceRecords()[1];
+    const KvxSlotTable slots = SpreadKvxData(frameOf(0x6C, kvxSlotByHand(1) + kvxSlotByHand(9)));
+    const KvxDeviceRecord r = ParseKvxRecord(slots, 1);
     EXPECT_EQ(r.testNumber, 9);
     EXPECT_EQ(r.numberOfPoints, 3);
     EXPECT_EQ(r.value6, 0x01020304);
@@ -831,23 +844,27 @@ TEST_F(protocol, AKvxRecordIsReadFromItsSlotOffsets)
     EXPECT_EQ(r.windingValid, True16);
     // All five tap characters are taken, the zero among them.
     EXPECT_EQ(r.tap, QStringLiteral("X1") + QChar(0) + QStringLiteral("X3"));
-    // Slot 0 was not parsed.
-    EXPECT_EQ(kvxDeviceRecords()[0].testNumber, 0);
+    // Slot 0 holds its own test.
+    EXPECT_EQ(ParseKvxRecord(slots, 0).testNumber, 1);
 }
 
 TEST_F(protocol, ASlotAboveTenIsABoundsFailure)
 {
-    EXPECT_EQ(failureOf([] { ParseKvxRecord(10); }), 0);
-    EXPECT_EQ(failureOf([] { ParseKvxRecord(11); }), err::SubscriptOutOfRange);
-    EXPECT_EQ(failureOf([] { ParseKvxRecord(-1); }), err::SubscriptOutOfRange);
+    const KvxSlotTable slots{};
+    EXPECT_EQ(failureOf([&] { ParseKvxRecord(slots, 10); }), 0);
+    EXPECT_EQ(failureOf([&] { ParseKvxRecord(slots, 11); }), err::SubscriptOutOfRange);
+    EXPECT_EQ(failureOf([&] { ParseKvxRecord(slots, -1); }), err::SubscriptOutOfRange);
+    // The tests of a frame stop at the twelfth.
+    EXPECT_EQ(ParseKvxRecords(slots, 11).size(), 11u);
+    EXPECT_EQ(failureOf([&] { ParseKvxRecords(slots, 12); }), err::SubscriptOutOfRange);
 }
 
 TEST_F(protocol, APointCountOf32768InASlotOverflows)
 {
     QByteArray slot = kvxSlotByHand(1);
     setWord(slot, 4, 32768);
-    SpreadKvxData(frameOf(0x6C, slot));
-    EXPECT_EQ(failureOf([] { ParseKvxRecord(0); }), err::Overflow);
+    const KvxSlotTable slots = SpreadKvxData(frameOf(0x6C, slot));
+    EXPECT_EQ(failureOf([&] { ParseKvxRecord(slots, 0); }), err::Overflow);
 }
 
 TEST_F(protocol, AKvxRecordAgreesWithTheSimulatedInstrument)
@@ -879,10 +896,9 @@ TEST_F(protocol, AKvxRecordAgreesWithTheSimulatedInstrument)
 
     const QByteArray frame = sim::kvxDataFrame(file);
     ASSERT_EQ(CheckFrame(frame), True16);
-    SpreadKvxData(frame);
-    ParseKvxRecord(0);
-    ParseKvxRecord(1);
-    const KvxDeviceRecord& r = kvxDeviceRecords()[0];
+    const std::vector<KvxDeviceRecord> tests = ParseKvxRecords(SpreadKvxData(frame), 2);
+    ASSERT_EQ(tests.size(), 2u);
+    const KvxDeviceRecord& r = tests[0];
     EXPECT_EQ(r.testNumber, 1);
     EXPECT_EQ(r.numberOfPoints, 120);
     EXPECT_EQ(r.ratioFirst, 1200);
@@ -909,10 +925,10 @@ TEST_F(protocol, AKvxRecordAgreesWithTheSimulatedInstrument)
     EXPECT_EQ(r.ratioValid, True16);
     EXPECT_EQ(r.insulationValid, False16);
     EXPECT_EQ(r.tap, QStringLiteral("X1-X2"));
-    EXPECT_EQ(kvxDeviceRecords()[1].testNumber, 2);
-    EXPECT_EQ(kvxDeviceRecords()[1].tap, QStringLiteral("X2-X5"));
+    EXPECT_EQ(tests[1].testNumber, 2);
+    EXPECT_EQ(tests[1].tap, QStringLiteral("X2-X5"));
     // The simulator stores 0.0 for b's phase: it decodes to 2^-127.
-    EXPECT_EQ(kvxDeviceRecords()[1].phase, std::ldexp(1.0f, -127));
+    EXPECT_EQ(tests[1].phase, std::ldexp(1.0f, -127));
 }
 
 // ZBL data.
@@ -1023,6 +1039,9 @@ TEST_F(protocol, ReadingPastTheEndOfAZblFrameIsABoundsFailure)
     ZblDeviceRecord r;
     EXPECT_EQ(failureOf([&] { ParseZblRecord(frame, 0, r); }), 0);
     EXPECT_EQ(failureOf([&] { ParseZblRecord(frame, 1, r); }), err::SubscriptOutOfRange);
+    // The readings of a frame in one call: as many as it holds, no more.
+    EXPECT_EQ(ParseZblRecords(frame, 1).size(), 1u);
+    EXPECT_EQ(failureOf([&] { ParseZblRecords(frame, 2); }), err::SubscriptOutOfRange);
 }
 
 TEST_F(protocol, AZblReadingAgreesWithTheSimulatedInstrument)

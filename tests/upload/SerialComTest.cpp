@@ -6,6 +6,7 @@
 #include "upload/model/CCommBuffCirculaire.h"
 #include "upload/model/CSerialCom.h"
 #include "upload/model/UploadGlobals.h"
+#include "upload/model/UploadSession.h"
 
 #include <QLoggingCategory>
 #include <QtGlobal>
@@ -37,13 +38,7 @@ class serialLink : public ::testing::Test
 protected:
     void SetUp() override
     {
-        resetUploadGlobals();
         setDebugTraceSink([this](const QString& line) { traces << line; });
-    }
-    void TearDown() override
-    {
-        resetUploadGlobals(); // the link goes before the scripted ports
-        setDebugTraceSink({});
     }
 
     CSerialCom& link() { return quenby::serialCom(); }
@@ -59,6 +54,7 @@ protected:
         traces.clear();
     }
 
+    OwnedSession<UploadSession> session; // before the ports, which it outlives
     ScriptedPorts ports;
     QStringList traces;
 };

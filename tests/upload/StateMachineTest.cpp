@@ -151,13 +151,13 @@ protected:
     // The window opens: its load runs StartProcess.
     static void open() { UploadDevice_Form_Load(); }
 
-    static Int16 state() { return uploadGlobals().UploadState; }
+    static UpState state() { return uploadGlobals().UploadState; }
 
     // Open, find the instrument and read its serial: the loop rests in Idle.
     void connectDevice()
     {
         open();
-        ASSERT_NE(rig.ticksUntil(upstate::Idle, 200), -1);
+        ASSERT_NE(rig.ticksUntil(UpState::Idle, 200), -1);
     }
 
     // Connected, and the operator asked for the files.
@@ -167,14 +167,15 @@ protected:
         cmdGetFiles_Click();
     }
 
-    void runTo(Int16 target, int limit = 5000)
+    void runTo(UpState target, int limit = 5000)
     {
-        ASSERT_NE(rig.ticksUntil(target, limit), -1) << "state " << target << " not reached";
+        ASSERT_NE(rig.ticksUntil(target, limit), -1)
+            << "state " << static_cast<int>(target) << " not reached";
     }
 
     // Ticks while the loop stays in `s`; answers how many ticks that took,
     // the tick that left included.
-    int ticksIn(Int16 s, int limit = 5000)
+    int ticksIn(UpState s, int limit = 5000)
     {
         for (int ticks = 1; ticks <= limit; ++ticks) {
             rig.tick();
@@ -280,9 +281,9 @@ TEST_F(StateMachineTest, FlushEmptiesTheCountAndTheFlagButKeepsTheBytes)
 
 TEST_F(StateMachineTest, InitUploadStartsTheSearchWithANewStamp)
 {
-    uploadGlobals().UploadState = upstate::Idle;
+    uploadGlobals().UploadState = UpState::Idle;
     InitUpload();
-    EXPECT_EQ(state(), upstate::TryPort);
+    EXPECT_EQ(state(), UpState::TryPort);
     EXPECT_EQ(uploadGlobals().PrintMessageText, T(UploadKeys::TryToConnect));
     EXPECT_EQ(uploadGlobals().DeviceStatusText, T(UploadKeys::StatusNotConnected));
     EXPECT_EQ(uploadGlobals().UploadFolderStamp, DefaultStamp);
@@ -305,26 +306,27 @@ TEST_F(StateMachineTest, CloseUploadGoesBackToTheSearchAndClosesThePort)
 {
     TryNextPort();
     ASSERT_EQ(rig.ports.bench.openPort, InstrumentPort);
-    uploadGlobals().UploadState = upstate::Idle;
+    uploadGlobals().UploadState = UpState::Idle;
 
     CloseUpload();
-    EXPECT_EQ(state(), upstate::TryPort);
+    EXPECT_EQ(state(), UpState::TryPort);
     EXPECT_EQ(rig.ports.bench.openPort, 0);
 }
 
 TEST_F(StateMachineTest, StateOneScansAndGoesOnToTheSearch)
 {
-    uploadGlobals().UploadState = upstate::ScanPorts;
+    uploadGlobals().UploadState = UpState::ScanPorts;
     StateMachineProcess();
     EXPECT_EQ(rig.portList.listings, 1);
     EXPECT_EQ(uploadDeviceForm().cbComItems, QStringList{"COM3"});
-    EXPECT_EQ(state(), upstate::TryPort);
+    EXPECT_EQ(state(), UpState::TryPort);
     EXPECT_TRUE(rig.ports.bench.writes.empty());
 }
 
 TEST_F(StateMachineTest, StatesNotListedDoNothing)
 {
-    for (Int16 s : {Int16(0), Int16(16), Int16(50), Int16(97), Int16(101)}) {
+    for (const int number : {0, 16, 50, 97, 101}) {
+        const auto s = static_cast<UpState>(number);
         uploadGlobals().UploadState = s;
         StateMachineProcess();
         EXPECT_EQ(state(), s);
@@ -340,7 +342,7 @@ TEST_F(StateMachineTest, IdleWaitsForTheOperator)
     const std::size_t writes = rig.ports.bench.writes.size();
     for (int i = 0; i < 50; ++i)
         rig.tick();
-    EXPECT_EQ(state(), upstate::Idle);
+    EXPECT_EQ(state(), UpState::Idle);
     EXPECT_EQ(rig.ports.bench.writes.size(), writes);
 }
 
@@ -351,15 +353,15 @@ TEST_F(StateMachineTest, AnAttemptTakesSevenTicks)
     useKvx(0);
     open();
     rig.tick();
-    EXPECT_EQ(state(), upstate::WaitPortReply);
+    EXPECT_EQ(state(), UpState::WaitPortReply);
     for (int i = 0; i < 4; ++i) {
         rig.tick();
-        EXPECT_EQ(state(), upstate::WaitPortReply);
+        EXPECT_EQ(state(), UpState::WaitPortReply);
     }
     rig.tick();
-    EXPECT_EQ(state(), upstate::CheckPortReply);
+    EXPECT_EQ(state(), UpState::CheckPortReply);
     rig.tick();
-    EXPECT_EQ(state(), upstate::AskSerial);
+    EXPECT_EQ(state(), UpState::AskSerial);
 }
 
 TEST_F(StateMachineTest, ThreeSilentPortsAreTriedEverySevenTicksWithAWrap)
@@ -385,10 +387,10 @@ TEST_F(StateMachineTest, NoReplyClosesThePortAndTriesAgain)
 {
     instrumentPort = 0;
     open();
-    EXPECT_EQ(rig.ticksUntil(upstate::CheckPortReply), 6);
+    EXPECT_EQ(rig.ticksUntil(UpState::CheckPortReply), 6);
     EXPECT_EQ(rig.ports.bench.openPort, InstrumentPort);
     rig.tick();
-    EXPECT_EQ(state(), upstate::TryPort);
+    EXPECT_EQ(state(), UpState::TryPort);
     EXPECT_EQ(rig.ports.bench.openPort, 0);
 }
 
@@ -396,7 +398,7 @@ TEST_F(StateMachineTest, KvxAnswerConnects)
 {
     useKvx(1);
     open();
-    EXPECT_EQ(rig.ticksUntil(upstate::AskSerial), 7);
+    EXPECT_EQ(rig.ticksUntil(UpState::AskSerial), 7);
     UploadGlobals& g = uploadGlobals();
     EXPECT_EQ(g.DeviceType, "KVX");
     EXPECT_EQ(g.DeviceConnected, True16);
@@ -411,7 +413,7 @@ TEST_F(StateMachineTest, ZblAnswerConnects)
 {
     useZbl(1);
     open();
-    EXPECT_EQ(rig.ticksUntil(upstate::AskSerial), 7);
+    EXPECT_EQ(rig.ticksUntil(UpState::AskSerial), 7);
     EXPECT_EQ(uploadGlobals().DeviceType, "ZBL");
 }
 
@@ -421,7 +423,7 @@ TEST_F(StateMachineTest, PortRefusingToOpenStillTakesItsSevenTicks)
     rig.portList.devices = {ScriptedPortList::com(5), ScriptedPortList::com(InstrumentPort)};
     rig.ports.bench.refusedPorts = {5};
     open();
-    EXPECT_EQ(rig.ticksUntil(upstate::AskSerial), 14);
+    EXPECT_EQ(rig.ticksUntil(UpState::AskSerial), 14);
     EXPECT_EQ(commandLog(), QStringList{"201"});
 }
 
@@ -432,19 +434,19 @@ TEST_F(StateMachineTest, ReplyOfAnotherTalkerIsFlushedAndTheSearchGoesOn)
         return command.at(2) == char(IdentifyCode) && before == 0 ? QByteArray("XYZW") : reply;
     };
     open();
-    EXPECT_EQ(rig.ticksUntil(upstate::CheckPortReply), 6);
+    EXPECT_EQ(rig.ticksUntil(UpState::CheckPortReply), 6);
     rig.tick();
-    EXPECT_EQ(state(), upstate::CheckPortReply); // flushed, and stays
+    EXPECT_EQ(state(), UpState::CheckPortReply); // flushed, and stays
     EXPECT_EQ(commBuffer().GetNumberOfNewByteInCircularBuffer().toNumber(), 0);
     EXPECT_EQ(serialCom().IsDataReceived(), False16);
     EXPECT_EQ(uploadGlobals().DeviceConnected, False16);
     rig.tick();
-    EXPECT_EQ(state(), upstate::TryPort);
+    EXPECT_EQ(state(), UpState::TryPort);
     // The port of this attempt closes, and the next attempt finds the device.
     EXPECT_EQ(rig.ports.bench.openPort, 0);
     // The index moved past the only port: the wrap takes an attempt, and the
     // one after finds the device.
-    EXPECT_EQ(rig.ticksUntil(upstate::AskSerial), 14);
+    EXPECT_EQ(rig.ticksUntil(UpState::AskSerial), 14);
     EXPECT_EQ(uploadGlobals().DeviceType, "KVX");
 }
 
@@ -455,12 +457,12 @@ TEST_F(StateMachineTest, TwoByteReplyIsNotEnough)
         return command.at(2) == char(IdentifyCode) && before == 0 ? QByteArray("GP") : reply;
     };
     open();
-    EXPECT_EQ(rig.ticksUntil(upstate::CheckPortReply), 6);
+    EXPECT_EQ(rig.ticksUntil(UpState::CheckPortReply), 6);
     rig.tick();
-    EXPECT_EQ(state(), upstate::CheckPortReply);
+    EXPECT_EQ(state(), UpState::CheckPortReply);
     EXPECT_EQ(serialCom().IsDataReceived(), False16);
     rig.tick();
-    EXPECT_EQ(state(), upstate::TryPort);
+    EXPECT_EQ(state(), UpState::TryPort);
     EXPECT_EQ(uploadGlobals().DeviceConnected, False16);
 }
 
@@ -471,7 +473,7 @@ TEST_F(StateMachineTest, LoneByteReplyIsFilteredOut)
         return command.at(2) == char(IdentifyCode) ? QByteArray("G") : reply;
     };
     open();
-    EXPECT_EQ(rig.ticksUntil(upstate::TryPort), 7);
+    EXPECT_EQ(rig.ticksUntil(UpState::TryPort), 7);
     EXPECT_EQ(uploadGlobals().DeviceConnected, False16);
 }
 
@@ -483,7 +485,7 @@ TEST_F(StateMachineTest, UnknownReplyCodeConnectsWithoutNamingTheDevice)
     };
     uploadGlobals().DeviceType = QStringLiteral("ZBL"); // from an earlier device
     open();
-    EXPECT_EQ(rig.ticksUntil(upstate::AskSerial), 7);
+    EXPECT_EQ(rig.ticksUntil(UpState::AskSerial), 7);
     EXPECT_EQ(uploadGlobals().DeviceType, "ZBL");
     EXPECT_EQ(uploadGlobals().DeviceConnected, True16);
 }
@@ -493,7 +495,7 @@ TEST_F(StateMachineTest, NoiseWaitingInThePortIsDrainedAndFiltered)
     useKvx(0);
     rig.ports.bench.pending = QByteArray("\xFF\x00\x13\x11", 4);
     open();
-    EXPECT_EQ(rig.ticksUntil(upstate::AskSerial), 7);
+    EXPECT_EQ(rig.ticksUntil(UpState::AskSerial), 7);
     EXPECT_GE(rig.yields, 1);
     EXPECT_EQ(uploadGlobals().DeviceType, "KVX");
 }
@@ -505,12 +507,12 @@ TEST_F(StateMachineTest, NoiseStoredBeforeTheReplySpoilsThatAttempt)
     // before the reply, so the reply is not recognised.
     rig.ports.bench.pending = QByteArray("AB");
     open();
-    EXPECT_EQ(rig.ticksUntil(upstate::CheckPortReply), 6);
+    EXPECT_EQ(rig.ticksUntil(UpState::CheckPortReply), 6);
     rig.tick();
-    EXPECT_EQ(state(), upstate::CheckPortReply);
+    EXPECT_EQ(state(), UpState::CheckPortReply);
     rig.tick();
-    EXPECT_EQ(state(), upstate::TryPort);
-    EXPECT_EQ(rig.ticksUntil(upstate::AskSerial), 14); // the wrap, then the port again
+    EXPECT_EQ(state(), UpState::TryPort);
+    EXPECT_EQ(rig.ticksUntil(UpState::AskSerial), 14); // the wrap, then the port again
 }
 
 // ---------------------------------------------------------- serial number
@@ -519,22 +521,22 @@ TEST_F(StateMachineTest, KvxSerialSetsTheWaitsAndEnablesGetFiles)
 {
     useKvx(1);
     open();
-    runTo(upstate::AskSerial);
+    runTo(UpState::AskSerial);
     UploadGlobals& g = uploadGlobals();
     g.HeaderMinSize = 1;
     g.WaitDataTimeKvx = 9;
     g.WaitHeaderTimeKvx = 4;
 
     rig.tick();
-    EXPECT_EQ(state(), upstate::WaitSerial);
+    EXPECT_EQ(state(), UpState::WaitSerial);
     EXPECT_EQ(g.PrintMessageText, T(UploadKeys::DeviceSerialNumber));
     EXPECT_EQ(commandLog().back(), "204");
 
     rig.tick();
     rig.tick();
-    EXPECT_EQ(state(), upstate::WaitSerial);
+    EXPECT_EQ(state(), UpState::WaitSerial);
     rig.tick();
-    EXPECT_EQ(state(), upstate::Idle);
+    EXPECT_EQ(state(), UpState::Idle);
     EXPECT_EQ(g.DeviceSerial, "KVX0042");
     EXPECT_EQ(g.DeviceSerialText, "KVX0042");
     EXPECT_EQ(g.HeaderMinSize, 960);
@@ -549,11 +551,11 @@ TEST_F(StateMachineTest, ZblSerialSetsTheWaits)
 {
     useZbl(1);
     open();
-    runTo(upstate::AskSerial);
+    runTo(UpState::AskSerial);
     UploadGlobals& g = uploadGlobals();
     g.WaitDataTimeZbl = 9;
     g.WaitHeaderTimeZbl = 4;
-    runTo(upstate::Idle);
+    runTo(UpState::Idle);
     EXPECT_EQ(g.DeviceSerial, "#1207345");
     EXPECT_EQ(g.HeaderMinSize, 50);
     EXPECT_EQ(g.WaitDataTimeZbl, 5);
@@ -570,15 +572,15 @@ TEST_F(StateMachineTest, ShortSerialReplySkipsToTheEndWithTheCorruptionText)
         return command.at(2) == char(SerialCode) ? reply.left(9) : reply;
     };
     open();
-    runTo(upstate::WaitSerial);
-    EXPECT_EQ(ticksIn(upstate::WaitSerial), 3);
-    EXPECT_EQ(state(), upstate::SkipFile);
-    EXPECT_EQ(ticksIn(upstate::SkipFile), 6);
+    runTo(UpState::WaitSerial);
+    EXPECT_EQ(ticksIn(UpState::WaitSerial), 3);
+    EXPECT_EQ(state(), UpState::SkipFile);
+    EXPECT_EQ(ticksIn(UpState::SkipFile), 6);
     EXPECT_EQ(uploadGlobals().CurrentFile, 1);
-    EXPECT_EQ(state(), upstate::NextFile);
+    EXPECT_EQ(state(), UpState::NextFile);
     rig.tick();
-    EXPECT_EQ(state(), upstate::EndUpload);
-    runTo(upstate::Idle);
+    EXPECT_EQ(state(), UpState::EndUpload);
+    runTo(UpState::Idle);
     EXPECT_EQ(shownTexts(), QStringList{corruptionMessage(0, 1)});
     EXPECT_FALSE(uploadDeviceForm().timerEnabled);
 }
@@ -590,9 +592,9 @@ TEST_F(StateMachineTest, SerialReplyWithAnotherHeadWaitsAgainThenSkips)
         return command.at(2) == char(SerialCode) ? QByteArray("GPq-0123456789") : reply;
     };
     open();
-    runTo(upstate::WaitSerial);
-    EXPECT_EQ(ticksIn(upstate::WaitSerial), 6); // two reads: the second finds nothing
-    EXPECT_EQ(state(), upstate::SkipFile);
+    runTo(UpState::WaitSerial);
+    EXPECT_EQ(ticksIn(UpState::WaitSerial), 6); // two reads: the second finds nothing
+    EXPECT_EQ(state(), UpState::SkipFile);
     EXPECT_TRUE(uploadGlobals().DeviceSerial.isEmpty());
 }
 
@@ -602,14 +604,14 @@ TEST_F(StateMachineTest, FileCountStartsTheFileLoop)
 {
     useKvx(3);
     startUpload();
-    EXPECT_EQ(state(), upstate::AskFileCount);
+    EXPECT_EQ(state(), UpState::AskFileCount);
     EXPECT_EQ(uploadGlobals().PrintMessageText, T(UploadKeys::GetNumberOfFiles));
     rig.tick();
-    EXPECT_EQ(state(), upstate::WaitFileCount);
+    EXPECT_EQ(state(), UpState::WaitFileCount);
     EXPECT_EQ(commandLog().back(), "210");
-    EXPECT_EQ(ticksIn(upstate::WaitFileCount), 3);
+    EXPECT_EQ(ticksIn(UpState::WaitFileCount), 3);
     UploadGlobals& g = uploadGlobals();
-    EXPECT_EQ(state(), upstate::NextFile);
+    EXPECT_EQ(state(), UpState::NextFile);
     EXPECT_EQ(g.NbFilesOnDevice, 3);
     EXPECT_EQ(g.CurrentFile, 0);
     EXPECT_EQ(g.PrintMessageText, "3 " + T(UploadKeys::FileOnDevice));
@@ -619,11 +621,11 @@ TEST_F(StateMachineTest, NoFilesEndsAtOnceWithoutTheCorruptionText)
 {
     useKvx(0);
     int hidden = 0;
-    uploadFormHooks().hideWindow = [&] { ++hidden; };
+    rig.view.onHideWindow = [&] { ++hidden; };
     startUpload();
     hidden = 0;
     // 7, three ticks of 8, 9, then twenty-two ticks of 15.
-    EXPECT_EQ(rig.ticksUntil(upstate::Idle), 1 + 3 + 1 + 22);
+    EXPECT_EQ(rig.ticksUntil(UpState::Idle), 1 + 3 + 1 + 22);
     EXPECT_EQ(shownTexts(), QStringList{endMessage(0, 0)});
     EXPECT_EQ(hidden, 1);
     EXPECT_FALSE(uploadDeviceForm().shown);
@@ -638,9 +640,9 @@ TEST_F(StateMachineTest, FileCountWithABadCheckCountsNoFiles)
         return command.at(2) == char(CountCode) ? spoiled(reply) : reply;
     };
     startUpload();
-    runTo(upstate::NextFile);
+    runTo(UpState::NextFile);
     EXPECT_EQ(uploadGlobals().NbFilesOnDevice, 0);
-    runTo(upstate::Idle);
+    runTo(UpState::Idle);
     EXPECT_EQ(shownTexts(), QStringList{endMessage(0, 0)});
 }
 
@@ -652,8 +654,8 @@ TEST_F(StateMachineTest, FileCountWithAnotherHeadWaitsAgainThenSkips)
     };
     startUpload();
     rig.tick();
-    EXPECT_EQ(ticksIn(upstate::WaitFileCount), 6);
-    EXPECT_EQ(state(), upstate::SkipFile);
+    EXPECT_EQ(ticksIn(UpState::WaitFileCount), 6);
+    EXPECT_EQ(state(), UpState::SkipFile);
 }
 
 TEST_F(StateMachineTest, ShortFileCountReplyCarriesOnFromAnEarlierCount)
@@ -662,20 +664,20 @@ TEST_F(StateMachineTest, ShortFileCountReplyCarriesOnFromAnEarlierCount)
     // count of 3 stays, so the skip of state 99 asks for the third file.
     useKvx(3);
     startUpload();
-    runTo(upstate::WaitData);
+    runTo(UpState::WaitData);
     cmdStop_Click();
-    runTo(upstate::StopByUser);
-    runTo(upstate::Idle);
+    runTo(UpState::StopByUser);
+    runTo(UpState::Idle);
     ASSERT_EQ(uploadGlobals().CurrentFile, 1);
 
     tamper = [](const QByteArray& command, int, const QByteArray& reply) {
         return command.at(2) == char(CountCode) ? QByteArray("GP") : reply;
     };
     cmdGetFiles_Click();
-    runTo(upstate::SkipFile);
-    runTo(upstate::NextFile);
+    runTo(UpState::SkipFile);
+    runTo(UpState::NextFile);
     EXPECT_EQ(uploadGlobals().CurrentFile, 2);
-    runTo(upstate::WaitHeader);
+    runTo(UpState::WaitHeader);
     EXPECT_EQ(commandLog().back(), "211/2");
 }
 
@@ -685,10 +687,10 @@ TEST_F(StateMachineTest, KvxMainPathWritesEveryFile)
 {
     useKvx(2);
     int hidden = 0;
-    uploadFormHooks().hideWindow = [&] { ++hidden; };
+    rig.view.onHideWindow = [&] { ++hidden; };
     startUpload();
     hidden = 0;
-    runTo(upstate::Idle);
+    runTo(UpState::Idle);
 
     EXPECT_EQ(commandLog(), (QStringList{"201", "204", "210", "211/0", "212/0", "211/1", "212/1"}));
     UploadGlobals& g = uploadGlobals();
@@ -726,11 +728,32 @@ TEST_F(StateMachineTest, KvxMainPathWritesEveryFile)
     EXPECT_EQ(rig.ports.bench.openPort, 0);
 }
 
+
+TEST_F(StateMachineTest, AShortDataPayloadKeepsTheSlotBytesOfTheFrameBefore)
+{
+    // The slot table lives from one data frame to the next: a payload that
+    // stops short leaves the rest of its slot as the frame before left it.
+    useKvx(2);
+    instrument.kvxFiles[0].tests[0].tap = QStringLiteral("X1-X3");
+    instrument.kvxFiles[1].tests[0].tap = QStringLiteral("X2-X4");
+    tamper = [](const QByteArray& command, int, const QByteArray& reply) {
+        const bool secondData = command.at(2) == char(DataCode) && command.at(3) == 1;
+        return secondData ? sim::framedReply(0x6C, reply.mid(5, 100)) : reply;
+    };
+    startUpload();
+    runTo(UpState::Idle);
+    ASSERT_EQ(uploadGlobals().NbFilesSucces, 2);
+    const QByteArray second = readBytes(kvxFilePath(QStringLiteral("2-CT-2.txt")));
+    EXPECT_TRUE(second.contains("X1-X3"));
+    EXPECT_FALSE(second.contains("X2-X4"));
+    EXPECT_EQ(uploadSession().kvxHeader.Serial, "CT-2");
+}
+
 TEST_F(StateMachineTest, ZblMainPathWritesEveryFile)
 {
     useZbl(2);
     startUpload();
-    runTo(upstate::Idle);
+    runTo(UpState::Idle);
 
     EXPECT_EQ(commandLog(), (QStringList{"201", "204", "210", "211/0", "212/0", "211/1", "212/1"}));
     for (int n = 1; n <= 2; ++n) {
@@ -748,50 +771,50 @@ TEST_F(StateMachineTest, KvxFileTakesItsTicksStateByState)
 {
     useKvx(1);
     startUpload();
-    runTo(upstate::NextFile);
+    runTo(UpState::NextFile);
     UploadGlobals& g = uploadGlobals();
 
     rig.tick();
-    EXPECT_EQ(state(), upstate::AskHeader);
+    EXPECT_EQ(state(), UpState::AskHeader);
     EXPECT_EQ(g.FilesTransfertText, "0/1");
     EXPECT_TRUE(uploadDeviceForm().lbFilestransfertVisible);
     EXPECT_EQ(g.WaitHeaderTime, 2);
     EXPECT_EQ(g.WaitDataTime, 15);
 
     rig.tick();
-    EXPECT_EQ(state(), upstate::WaitHeader);
+    EXPECT_EQ(state(), UpState::WaitHeader);
     EXPECT_EQ(g.PrintMessageText, T(UploadKeys::UploadInProgress) + " " + typeText("KVX"));
     EXPECT_EQ(g.DeviceStatusText, T(UploadKeys::UploadInProgress));
 
-    EXPECT_EQ(ticksIn(upstate::WaitHeader), 2 + 2);
-    EXPECT_EQ(state(), upstate::AskData);
+    EXPECT_EQ(ticksIn(UpState::WaitHeader), 2 + 2);
+    EXPECT_EQ(state(), UpState::AskData);
     EXPECT_EQ(g.ByteArrayHeaderRx.size(), 960);
-    EXPECT_EQ(ticksIn(upstate::AskData), 1);
-    EXPECT_EQ(state(), upstate::WaitData);
-    EXPECT_EQ(ticksIn(upstate::WaitData), 15 + 2);
-    EXPECT_EQ(state(), upstate::SaveFile);
+    EXPECT_EQ(ticksIn(UpState::AskData), 1);
+    EXPECT_EQ(state(), UpState::WaitData);
+    EXPECT_EQ(ticksIn(UpState::WaitData), 15 + 2);
+    EXPECT_EQ(state(), UpState::SaveFile);
     EXPECT_EQ(g.NbFilesSucces, 1);
     EXPECT_EQ(g.CurrentFile, 1);
-    EXPECT_EQ(ticksIn(upstate::SaveFile), 1);
-    EXPECT_EQ(state(), upstate::NextFile);
+    EXPECT_EQ(ticksIn(UpState::SaveFile), 1);
+    EXPECT_EQ(state(), UpState::NextFile);
     rig.tick();
-    EXPECT_EQ(state(), upstate::EndUpload);
+    EXPECT_EQ(state(), UpState::EndUpload);
 }
 
 TEST_F(StateMachineTest, EndOfUploadShowsItsTextForTwentyTwoTicks)
 {
     useKvx(0);
     startUpload();
-    runTo(upstate::EndUpload);
+    runTo(UpState::EndUpload);
     const QString busy = T(UploadKeys::FilesUploadSucces) + " " + typeText("KVX");
     for (int i = 1; i <= 21; ++i) {
         rig.tick();
-        ASSERT_EQ(state(), upstate::EndUpload) << "tick " << i;
+        ASSERT_EQ(state(), UpState::EndUpload) << "tick " << i;
         EXPECT_EQ(uploadGlobals().PrintMessageText, busy);
         EXPECT_TRUE(rig.scripted.messages.shown.empty());
     }
     rig.tick();
-    EXPECT_EQ(state(), upstate::Idle);
+    EXPECT_EQ(state(), UpState::Idle);
     EXPECT_EQ(rig.scripted.messages.shown.size(), 1u);
 }
 
@@ -803,7 +826,7 @@ TEST_F(StateMachineTest, AdviceKeyMissingFromTheLanguageShowsTheKey)
         return command.at(2) == char(HeaderCode) ? QByteArray() : reply;
     };
     startUpload();
-    runTo(upstate::Idle, 20000);
+    runTo(UpState::Idle, 20000);
     ASSERT_EQ(rig.scripted.messages.shown.size(), 1u);
     EXPECT_EQ(rig.scripted.messages.shown.front().text, endMessage(0, 1) + "\r\n" +
                                                             T(UploadKeys::ErrorCorruption) +
@@ -820,29 +843,29 @@ TEST_F(StateMachineTest, HeaderNeverArrivingIsWaitedForFortyTimesThenSkipped)
         return command.at(2) == char(HeaderCode) ? QByteArray() : reply;
     };
     startUpload();
-    runTo(upstate::WaitHeader);
+    runTo(UpState::WaitHeader);
     UploadGlobals& g = uploadGlobals();
 
     for (int retry = 1; retry <= 40; ++retry) {
         for (int i = 0; i < 4; ++i)
             rig.tick();
-        ASSERT_EQ(state(), upstate::WaitHeader);
+        ASSERT_EQ(state(), UpState::WaitHeader);
         ASSERT_EQ(g.HeaderRetry(), retry);
     }
     for (int i = 0; i < 3; ++i)
         rig.tick();
-    EXPECT_EQ(state(), upstate::WaitHeader);
+    EXPECT_EQ(state(), UpState::WaitHeader);
     rig.tick();
-    EXPECT_EQ(state(), upstate::SkipFile);
+    EXPECT_EQ(state(), UpState::SkipFile);
     EXPECT_EQ(g.HeaderRetry(), 0);
 
-    EXPECT_EQ(ticksIn(upstate::SkipFile), 4 + 2);
+    EXPECT_EQ(ticksIn(UpState::SkipFile), 4 + 2);
     EXPECT_EQ(g.CurrentFile, 1);
-    runTo(upstate::WaitHeader);
+    runTo(UpState::WaitHeader);
     EXPECT_EQ(commandLog().back(), "211/1");
-    EXPECT_EQ(ticksIn(upstate::WaitHeader), 41 * 4);
+    EXPECT_EQ(ticksIn(UpState::WaitHeader), 41 * 4);
 
-    runTo(upstate::Idle);
+    runTo(UpState::Idle);
     EXPECT_FALSE(commandLog().contains("212/0"));
     EXPECT_EQ(g.NbFilesSucces, 0);
     EXPECT_EQ(g.CurrentFile, 2);
@@ -860,9 +883,9 @@ TEST_F(StateMachineTest, HeaderWithAnotherHeadIsDroppedAndWaitedForAgain)
         return other;
     };
     startUpload();
-    runTo(upstate::WaitHeader);
-    EXPECT_EQ(ticksIn(upstate::WaitHeader, 4), -1);
-    EXPECT_EQ(state(), upstate::WaitHeader);
+    runTo(UpState::WaitHeader);
+    EXPECT_EQ(ticksIn(UpState::WaitHeader, 4), -1);
+    EXPECT_EQ(state(), UpState::WaitHeader);
     EXPECT_EQ(uploadGlobals().HeaderRetry(), 0);
     // The bytes are gone.
     EXPECT_EQ(commBuffer().GetNumberOfNewByteInCircularBuffer().toNumber(), 0);
@@ -882,13 +905,13 @@ TEST_F(StateMachineTest, ZblHeaderWithBadChecksGrowsItsWaitToFive)
     UploadGlobals& g = uploadGlobals();
     const std::vector<Int16> waits{3, 4, 5, 5, 5};
     for (Int16 expected : waits) {
-        runTo(upstate::WaitHeader);
+        runTo(UpState::WaitHeader);
         const int wait = g.WaitHeaderTime;
-        ASSERT_EQ(ticksIn(upstate::WaitHeader), wait + 2);
-        ASSERT_EQ(state(), upstate::NextFile);
+        ASSERT_EQ(ticksIn(UpState::WaitHeader), wait + 2);
+        ASSERT_EQ(state(), UpState::NextFile);
         EXPECT_EQ(g.WaitHeaderTimeZbl, expected);
     }
-    runTo(upstate::Idle);
+    runTo(UpState::Idle);
     EXPECT_EQ(g.WaitHeaderTimeZbl, 5);
     EXPECT_EQ(g.NbFilesFail, 0); // only data frames count as failures
     EXPECT_EQ(shownTexts(), QStringList{endMessage(1, 1)});
@@ -903,7 +926,7 @@ TEST_F(StateMachineTest, KvxHeaderWithBadChecksGrowsItsWaitToFive)
                                                                : reply;
     };
     startUpload();
-    runTo(upstate::Idle);
+    runTo(UpState::Idle);
     EXPECT_EQ(uploadGlobals().WaitHeaderTimeKvx, 5);
     EXPECT_EQ(received[HeaderCode], 5);
     EXPECT_EQ(shownTexts(), QStringList{endMessage(1, 1)});
@@ -918,24 +941,24 @@ TEST_F(StateMachineTest, DataFrameCutShortIsWaitedForThirtyTimesThenSkipped)
         return command.at(2) == char(DataCode) ? reply.left(reply.size() / 2) : reply;
     };
     startUpload();
-    runTo(upstate::WaitData);
+    runTo(UpState::WaitData);
     UploadGlobals& g = uploadGlobals();
 
-    EXPECT_EQ(ticksIn(upstate::WaitData, 17), -1);
+    EXPECT_EQ(ticksIn(UpState::WaitData, 17), -1);
     EXPECT_EQ(g.DataRetry(), 1);
     EXPECT_EQ(g.WaitDataTime, 1);
     for (int retry = 2; retry <= 30; ++retry) {
         for (int i = 0; i < 3; ++i)
             rig.tick();
-        ASSERT_EQ(state(), upstate::WaitData);
+        ASSERT_EQ(state(), UpState::WaitData);
         ASSERT_EQ(g.DataRetry(), retry);
     }
-    EXPECT_EQ(ticksIn(upstate::WaitData), 3);
-    EXPECT_EQ(state(), upstate::SkipFile);
+    EXPECT_EQ(ticksIn(UpState::WaitData), 3);
+    EXPECT_EQ(state(), UpState::SkipFile);
     EXPECT_EQ(g.DataRetry(), 0);
     EXPECT_EQ(g.WaitDataTime, 1); // until state 9 sets it again
 
-    runTo(upstate::Idle);
+    runTo(UpState::Idle);
     EXPECT_EQ(g.NbFilesSucces, 0);
     EXPECT_EQ(g.NbFilesFail, 0);
     EXPECT_EQ(shownTexts(), QStringList{corruptionMessage(0, 1)});
@@ -949,13 +972,13 @@ TEST_F(StateMachineTest, ShortWaitOfACutFrameLastsUntilTheNextFile)
         return command.at(2) == char(DataCode) && before == 0 ? reply.left(20) : reply;
     };
     startUpload();
-    runTo(upstate::SkipFile);
+    runTo(UpState::SkipFile);
     EXPECT_EQ(uploadGlobals().WaitDataTime, 1);
-    runTo(upstate::AskHeader);
+    runTo(UpState::AskHeader);
     EXPECT_EQ(uploadGlobals().WaitDataTime, 15);
-    runTo(upstate::WaitData);
-    EXPECT_EQ(ticksIn(upstate::WaitData), 15 + 2);
-    runTo(upstate::Idle);
+    runTo(UpState::WaitData);
+    EXPECT_EQ(ticksIn(UpState::WaitData), 15 + 2);
+    runTo(UpState::Idle);
     EXPECT_EQ(shownTexts(), QStringList{corruptionMessage(1, 2)});
     EXPECT_FALSE(exists(kvxFilePath("1-CT-1.txt")));
     EXPECT_TRUE(exists(kvxFilePath("2-CT-2.txt")));
@@ -972,12 +995,12 @@ TEST_F(StateMachineTest, CutFrameCompletedDuringTheRetriesIsTaken)
         return reply.left(100);
     };
     startUpload();
-    runTo(upstate::WaitData);
-    EXPECT_EQ(ticksIn(upstate::WaitData, 17), -1);
+    runTo(UpState::WaitData);
+    EXPECT_EQ(ticksIn(UpState::WaitData, 17), -1);
     ASSERT_EQ(uploadGlobals().DataRetry(), 1);
     rig.ports.deliver(rest);
-    EXPECT_EQ(ticksIn(upstate::WaitData), 3);
-    EXPECT_EQ(state(), upstate::SaveFile);
+    EXPECT_EQ(ticksIn(UpState::WaitData), 3);
+    EXPECT_EQ(state(), UpState::SaveFile);
     EXPECT_EQ(uploadGlobals().DataRetry(), 0);
 }
 
@@ -993,16 +1016,16 @@ TEST_F(StateMachineTest, KvxDataWithBadChecksShortensTheWaitToTen)
     UploadGlobals& g = uploadGlobals();
     const std::vector<int> firstChecks{15 + 2, 10 + 2, 10 + 2, 10 + 2};
     for (std::size_t attempt = 0; attempt < firstChecks.size(); ++attempt) {
-        runTo(upstate::WaitData);
-        EXPECT_EQ(ticksIn(upstate::WaitData), firstChecks[attempt]) << "attempt " << attempt;
+        runTo(UpState::WaitData);
+        EXPECT_EQ(ticksIn(UpState::WaitData), firstChecks[attempt]) << "attempt " << attempt;
         if (attempt < 3) {
-            EXPECT_EQ(state(), upstate::NextFile);
+            EXPECT_EQ(state(), UpState::NextFile);
             EXPECT_EQ(g.WaitDataTimeKvx, 10);
             EXPECT_EQ(g.NbFilesFail, static_cast<Int16>(attempt + 1));
             EXPECT_EQ(g.CurrentFile, 0);
         }
     }
-    runTo(upstate::Idle);
+    runTo(UpState::Idle);
     EXPECT_EQ(commandLog().mid(3), (QStringList{"211/0", "212/0", "211/0", "212/0", "211/0",
                                                 "212/0", "211/0", "212/0"}));
     EXPECT_EQ(g.NbFilesSucces, 1);
@@ -1023,13 +1046,13 @@ TEST_F(StateMachineTest, ZblDataWithBadChecksGrowsTheWaitToTwentyFive)
     startUpload();
     UploadGlobals& g = uploadGlobals();
     for (int k = 1; k <= failures; ++k) {
-        runTo(upstate::WaitData);
+        runTo(UpState::WaitData);
         const int wait = g.WaitDataTime;
-        ASSERT_EQ(ticksIn(upstate::WaitData), wait + 2);
-        ASSERT_EQ(state(), upstate::NextFile);
+        ASSERT_EQ(ticksIn(UpState::WaitData), wait + 2);
+        ASSERT_EQ(state(), UpState::NextFile);
         EXPECT_EQ(g.WaitDataTimeZbl, std::min(5 + k, 25)) << "failure " << k;
     }
-    runTo(upstate::Idle);
+    runTo(UpState::Idle);
     EXPECT_EQ(g.WaitDataTimeZbl, 25);
     EXPECT_EQ(g.NbFilesFail, failures);
     EXPECT_EQ(shownTexts(), QStringList{endMessage(1, 1)});
@@ -1042,7 +1065,7 @@ TEST_F(StateMachineTest, DataFrameWithTrailingBytesFailsItsCheck)
         return command.at(2) == char(DataCode) && before == 0 ? reply + "x" : reply;
     };
     startUpload();
-    runTo(upstate::Idle);
+    runTo(UpState::Idle);
     EXPECT_EQ(uploadGlobals().NbFilesFail, 1);
     EXPECT_EQ(uploadGlobals().NbFilesSucces, 1);
 }
@@ -1054,12 +1077,12 @@ TEST_F(StateMachineTest, DataReplyThatNeverStartsHoldsTheLoopAndStopChangesNothi
         return command.at(2) == char(DataCode) ? QByteArray() : reply;
     };
     startUpload();
-    runTo(upstate::WaitData);
+    runTo(UpState::WaitData);
     // The store is empty and its array still begins with the header frame.
     EXPECT_EQ(commBuffer().PeekDataBuffer(3), QByteArray("GP\x6B"));
-    EXPECT_EQ(ticksIn(upstate::WaitData, 400), -1);
+    EXPECT_EQ(ticksIn(UpState::WaitData, 400), -1);
     cmdStop_Click();
-    EXPECT_EQ(ticksIn(upstate::WaitData, 400), -1);
+    EXPECT_EQ(ticksIn(UpState::WaitData, 400), -1);
     EXPECT_EQ(uploadGlobals().StopRequested, True16);
     EXPECT_TRUE(rig.scripted.messages.shown.empty());
 }
@@ -1075,7 +1098,7 @@ TEST_F(StateMachineTest, DataLengthBeyondSixteenBitsOverflows)
         return frame;
     };
     startUpload();
-    runTo(upstate::WaitData);
+    runTo(UpState::WaitData);
     try {
         for (int i = 0; i < 17; ++i)
             rig.tick();
@@ -1091,21 +1114,21 @@ TEST_F(StateMachineTest, StopKeepsTheConnectionAndReturnsToIdle)
 {
     useKvx(2);
     startUpload();
-    runTo(upstate::WaitHeader);
+    runTo(UpState::WaitHeader);
     cmdStop_Click();
-    EXPECT_EQ(ticksIn(upstate::WaitHeader), 4);
-    EXPECT_EQ(state(), upstate::StopByUser);
+    EXPECT_EQ(ticksIn(UpState::WaitHeader), 4);
+    EXPECT_EQ(state(), UpState::StopByUser);
 
     const QString stopping = T(UploadKeys::StopByUser) + " " + typeText("KVX");
     for (int i = 1; i <= 21; ++i) {
         rig.tick();
-        ASSERT_EQ(state(), upstate::StopByUser) << "tick " << i;
+        ASSERT_EQ(state(), UpState::StopByUser) << "tick " << i;
         EXPECT_EQ(uploadGlobals().PrintMessageText, stopping);
     }
     rig.tick();
     UploadGlobals& g = uploadGlobals();
     const UploadDeviceForm& form = uploadDeviceForm();
-    EXPECT_EQ(state(), upstate::Idle);
+    EXPECT_EQ(state(), UpState::Idle);
     EXPECT_EQ(g.StopRequested, False16);
     EXPECT_EQ(g.PrintMessageText, T(UploadKeys::Ready) + " " + typeText("KVX"));
     EXPECT_EQ(g.DeviceStatusText, T(UploadKeys::StatusReady));
@@ -1119,7 +1142,7 @@ TEST_F(StateMachineTest, StopKeepsTheConnectionAndReturnsToIdle)
 
     // The operator asks again and the counters start from 0.
     cmdGetFiles_Click();
-    runTo(upstate::Idle);
+    runTo(UpState::Idle);
     EXPECT_EQ(shownTexts(), QStringList{endMessage(2, 2)});
 }
 
@@ -1129,7 +1152,7 @@ TEST_F(StateMachineTest, StopDuringTheSearchIsNotLookedAt)
     open();
     rig.tick();
     cmdStop_Click();
-    runTo(upstate::Idle);
+    runTo(UpState::Idle);
     EXPECT_EQ(uploadGlobals().StopRequested, True16);
     EXPECT_EQ(uploadGlobals().DeviceConnected, True16);
     EXPECT_EQ(commandLog(), (QStringList{"201", "204"}));
@@ -1142,16 +1165,16 @@ TEST_F(StateMachineTest, StopAskedInIdleTakesEffectAtTheHeaderRequest)
     cmdStop_Click();
     for (int i = 0; i < 10; ++i)
         rig.tick();
-    EXPECT_EQ(state(), upstate::Idle);
+    EXPECT_EQ(state(), UpState::Idle);
     cmdGetFiles_Click();
-    std::vector<Int16> states;
-    while (states.size() < 8 && state() != upstate::StopByUser) {
+    std::vector<UpState> states;
+    while (states.size() < 8 && state() != UpState::StopByUser) {
         rig.tick();
         if (states.empty() || states.back() != state())
             states.push_back(state());
     }
-    EXPECT_EQ(states, (std::vector<Int16>{upstate::WaitFileCount, upstate::NextFile,
-                                          upstate::AskHeader, upstate::StopByUser}));
+    EXPECT_EQ(states, (std::vector<UpState>{UpState::WaitFileCount, UpState::NextFile,
+                                            UpState::AskHeader, UpState::StopByUser}));
 }
 
 TEST_F(StateMachineTest, StopWhileTheCountIsAwaitedIsSeenAtTheHeaderRequest)
@@ -1159,13 +1182,13 @@ TEST_F(StateMachineTest, StopWhileTheCountIsAwaitedIsSeenAtTheHeaderRequest)
     useKvx(1);
     startUpload();
     rig.tick();
-    ASSERT_EQ(state(), upstate::WaitFileCount);
+    ASSERT_EQ(state(), UpState::WaitFileCount);
     cmdStop_Click();
-    runTo(upstate::NextFile);
+    runTo(UpState::NextFile);
     rig.tick();
-    EXPECT_EQ(state(), upstate::AskHeader);
+    EXPECT_EQ(state(), UpState::AskHeader);
     rig.tick();
-    EXPECT_EQ(state(), upstate::StopByUser);
+    EXPECT_EQ(state(), UpState::StopByUser);
 }
 
 TEST_F(StateMachineTest, GetFilesDuringTheStopComesBackToTheStop)
@@ -1176,19 +1199,19 @@ TEST_F(StateMachineTest, GetFilesDuringTheStopComesBackToTheStop)
         return command.at(2) == char(HeaderCode) ? QByteArray() : reply;
     };
     startUpload();
-    runTo(upstate::AskHeader);
+    runTo(UpState::AskHeader);
     cmdStop_Click();
     EXPECT_TRUE(uploadDeviceForm().cmdGetFilesEnabled); // at once
     rig.tick();
-    ASSERT_EQ(state(), upstate::StopByUser);
+    ASSERT_EQ(state(), UpState::StopByUser);
     rig.tick();
     cmdGetFiles_Click();
-    EXPECT_EQ(state(), upstate::AskFileCount);
+    EXPECT_EQ(state(), UpState::AskFileCount);
     // The stop is still asked for, so the loop comes back to 98 at state 10.
-    runTo(upstate::AskHeader);
+    runTo(UpState::AskHeader);
     EXPECT_EQ(uploadGlobals().NbFilesOnDevice, 1);
     rig.tick();
-    EXPECT_EQ(state(), upstate::StopByUser);
+    EXPECT_EQ(state(), UpState::StopByUser);
 }
 
 TEST_F(StateMachineTest, ReplyInFlightAtAStopMeetsTheNextFileCount)
@@ -1199,18 +1222,18 @@ TEST_F(StateMachineTest, ReplyInFlightAtAStopMeetsTheNextFileCount)
     // carries on from the file after.
     useKvx(2);
     startUpload();
-    runTo(upstate::AskHeader);
+    runTo(UpState::AskHeader);
     cmdStop_Click();
     rig.tick();
-    ASSERT_EQ(state(), upstate::StopByUser);
-    runTo(upstate::Idle);
+    ASSERT_EQ(state(), UpState::StopByUser);
+    runTo(UpState::Idle);
     EXPECT_EQ(commBuffer().GetNumberOfNewByteInCircularBuffer().toNumber(), 960);
 
     cmdGetFiles_Click();
     rig.tick();
-    EXPECT_EQ(ticksIn(upstate::WaitFileCount), 6);
-    EXPECT_EQ(state(), upstate::SkipFile);
-    runTo(upstate::Idle);
+    EXPECT_EQ(ticksIn(UpState::WaitFileCount), 6);
+    EXPECT_EQ(state(), UpState::SkipFile);
+    runTo(UpState::Idle);
     EXPECT_EQ(commandLog().mid(3), (QStringList{"211/0", "210", "211/1", "212/1"}));
     EXPECT_EQ(shownTexts(), QStringList{corruptionMessage(1, 2)});
     EXPECT_FALSE(exists(kvxFilePath("1-CT-1.txt")));
@@ -1221,10 +1244,10 @@ TEST_F(StateMachineTest, StopWhileTheHeaderIsAwaitedEndsAtTheCheck)
 {
     useKvx(1);
     startUpload();
-    runTo(upstate::WaitHeader);
+    runTo(UpState::WaitHeader);
     cmdStop_Click();
-    EXPECT_EQ(ticksIn(upstate::WaitHeader), 4);
-    EXPECT_EQ(state(), upstate::StopByUser);
+    EXPECT_EQ(ticksIn(UpState::WaitHeader), 4);
+    EXPECT_EQ(state(), UpState::StopByUser);
     EXPECT_EQ(uploadGlobals().HeaderRetry(), 0);
 }
 
@@ -1235,13 +1258,13 @@ TEST_F(StateMachineTest, StopWhileAMissingHeaderIsAwaitedStillCountsARetry)
         return command.at(2) == char(HeaderCode) ? QByteArray() : reply;
     };
     startUpload();
-    runTo(upstate::WaitHeader);
+    runTo(UpState::WaitHeader);
     for (int i = 0; i < 8; ++i)
         rig.tick();
     ASSERT_EQ(uploadGlobals().HeaderRetry(), 2);
     cmdStop_Click();
-    EXPECT_EQ(ticksIn(upstate::WaitHeader), 4);
-    EXPECT_EQ(state(), upstate::StopByUser);
+    EXPECT_EQ(ticksIn(UpState::WaitHeader), 4);
+    EXPECT_EQ(state(), UpState::StopByUser);
     // Set to 0 by the stop, then counted once more on the way out: kept.
     EXPECT_EQ(uploadGlobals().HeaderRetry(), 1);
 }
@@ -1250,10 +1273,10 @@ TEST_F(StateMachineTest, StopBeforeTheDataRequestSendsItAndStops)
 {
     useKvx(1);
     startUpload();
-    runTo(upstate::AskData);
+    runTo(UpState::AskData);
     cmdStop_Click();
     rig.tick();
-    EXPECT_EQ(state(), upstate::StopByUser);
+    EXPECT_EQ(state(), UpState::StopByUser);
     EXPECT_EQ(commandLog().back(), "212/0");
     // Flushed after the request: the store holds the data frame alone.
     EXPECT_EQ(commBuffer().GetNumberOfNewByteInCircularBuffer().toNumber(),
@@ -1264,14 +1287,14 @@ TEST_F(StateMachineTest, StopWhileTheDataIsAwaitedCountsTheFileButDoesNotSaveIt)
 {
     useKvx(2);
     startUpload();
-    runTo(upstate::WaitData);
+    runTo(UpState::WaitData);
     cmdStop_Click();
-    EXPECT_EQ(ticksIn(upstate::WaitData), 17);
+    EXPECT_EQ(ticksIn(UpState::WaitData), 17);
     UploadGlobals& g = uploadGlobals();
-    EXPECT_EQ(state(), upstate::StopByUser);
+    EXPECT_EQ(state(), UpState::StopByUser);
     EXPECT_EQ(g.NbFilesSucces, 1);
     EXPECT_EQ(g.CurrentFile, 1);
-    runTo(upstate::Idle);
+    runTo(UpState::Idle);
     EXPECT_FALSE(exists(kvxFilePath("1-CT-1.txt")));
     EXPECT_TRUE(rig.scripted.messages.shown.empty());
 }
@@ -1283,11 +1306,11 @@ TEST_F(StateMachineTest, StopWhileACutFrameIsAwaitedStillCountsARetry)
         return command.at(2) == char(DataCode) ? reply.left(50) : reply;
     };
     startUpload();
-    runTo(upstate::WaitData);
-    EXPECT_EQ(ticksIn(upstate::WaitData, 20), -1);
+    runTo(UpState::WaitData);
+    EXPECT_EQ(ticksIn(UpState::WaitData, 20), -1);
     cmdStop_Click();
-    EXPECT_EQ(ticksIn(upstate::WaitData), 3);
-    EXPECT_EQ(state(), upstate::StopByUser);
+    EXPECT_EQ(ticksIn(UpState::WaitData), 3);
+    EXPECT_EQ(state(), UpState::StopByUser);
     EXPECT_EQ(uploadGlobals().DataRetry(), 1);
     EXPECT_EQ(uploadGlobals().WaitDataTime, 1);
 }
@@ -1296,10 +1319,10 @@ TEST_F(StateMachineTest, StopBeforeTheSaveStillSavesTheFile)
 {
     useKvx(2);
     startUpload();
-    runTo(upstate::SaveFile);
+    runTo(UpState::SaveFile);
     cmdStop_Click();
     rig.tick();
-    EXPECT_EQ(state(), upstate::StopByUser);
+    EXPECT_EQ(state(), UpState::StopByUser);
     EXPECT_TRUE(exists(kvxFilePath("1-CT-1.txt")));
     EXPECT_FALSE(exists(kvxFilePath("2-CT-2.txt")));
 }
@@ -1311,10 +1334,10 @@ TEST_F(StateMachineTest, StopDuringASkipTakesEffectAfterIt)
         return command.at(2) == char(HeaderCode) ? QByteArray() : reply;
     };
     startUpload();
-    runTo(upstate::SkipFile, 20000);
+    runTo(UpState::SkipFile, 20000);
     cmdStop_Click();
-    EXPECT_EQ(ticksIn(upstate::SkipFile), 6);
-    EXPECT_EQ(state(), upstate::StopByUser);
+    EXPECT_EQ(ticksIn(UpState::SkipFile), 6);
+    EXPECT_EQ(state(), UpState::StopByUser);
     EXPECT_EQ(uploadGlobals().CurrentFile, 1);
 }
 
@@ -1322,14 +1345,14 @@ TEST_F(StateMachineTest, StopBeforeTheNextFileIsSeenAtTheHeaderRequest)
 {
     useKvx(2);
     startUpload();
-    runTo(upstate::SaveFile);
+    runTo(UpState::SaveFile);
     rig.tick();
-    ASSERT_EQ(state(), upstate::NextFile);
+    ASSERT_EQ(state(), UpState::NextFile);
     cmdStop_Click();
     rig.tick();
-    EXPECT_EQ(state(), upstate::AskHeader);
+    EXPECT_EQ(state(), UpState::AskHeader);
     rig.tick();
-    EXPECT_EQ(state(), upstate::StopByUser);
+    EXPECT_EQ(state(), UpState::StopByUser);
     EXPECT_EQ(commandLog().back(), "211/1");
 }
 
@@ -1337,9 +1360,9 @@ TEST_F(StateMachineTest, StopAtTheEndOfTheUploadIsLeftForLater)
 {
     useKvx(1);
     startUpload();
-    runTo(upstate::EndUpload);
+    runTo(UpState::EndUpload);
     cmdStop_Click();
-    runTo(upstate::Idle);
+    runTo(UpState::Idle);
     EXPECT_EQ(shownTexts(), QStringList{endMessage(1, 1)});
     EXPECT_FALSE(uploadDeviceForm().timerEnabled);
     EXPECT_EQ(uploadGlobals().StopRequested, True16);
@@ -1357,20 +1380,20 @@ TEST_F(StateMachineTest, RescanSearchesAgainAndFindsTheDevice)
 
     mnscan_Click();
     UploadGlobals& g = uploadGlobals();
-    EXPECT_EQ(state(), upstate::TryPort);
+    EXPECT_EQ(state(), UpState::TryPort);
     EXPECT_EQ(g.DeviceConnected, False16);
     EXPECT_EQ(g.UploadFolderStamp, "2015-06-01 08H30M00");
     EXPECT_FALSE(uploadDeviceForm().frDeviceVisible);
 
     // The index moved past the only port: the first attempt is the wrap, the
     // second finds the device again.
-    EXPECT_EQ(rig.ticksUntil(upstate::AskSerial), 14);
+    EXPECT_EQ(rig.ticksUntil(UpState::AskSerial), 14);
     EXPECT_EQ(commandLog(), (QStringList{"201", "204", "201"}));
     EXPECT_EQ(g.DeviceConnected, True16);
     EXPECT_TRUE(uploadDeviceForm().frDeviceVisible);
-    runTo(upstate::Idle);
+    runTo(UpState::Idle);
     cmdGetFiles_Click();
-    runTo(upstate::Idle);
+    runTo(UpState::Idle);
     EXPECT_TRUE(exists(rig.kvxUploadFolder("2015-06-01 08H30M00") + pathSep() + "1-CT-1.txt"));
 }
 
@@ -1385,8 +1408,8 @@ TEST_F(StateMachineTest, RescanDuringAWaitKeepsTheCounter)
     ASSERT_EQ(uploadGlobals().TickCount(), 2);
     mnscan_Click();
     rig.tick(); // the next attempt
-    EXPECT_EQ(ticksIn(upstate::WaitPortReply), 3);
-    EXPECT_EQ(state(), upstate::CheckPortReply);
+    EXPECT_EQ(ticksIn(UpState::WaitPortReply), 3);
+    EXPECT_EQ(state(), UpState::CheckPortReply);
 }
 
 } // namespace

@@ -83,11 +83,11 @@ protected:
             return port == 3 ? sim::replyTo(instrument, command) : QByteArray();
         });
 
-        UploadFormHooks& h = uploadFormHooks();
-        h.fillTexts = [this] { hooks << "fillTexts"; };
-        h.hideWindow = [this] { hooks << "hideWindow"; };
-        h.bringUp = [this] { hooks << "bringUp"; };
-        h.mirror = [this] {
+        ScriptedUploadView& v = rig.view;
+        v.onFillTexts = [this] { hooks << "fillTexts"; };
+        v.onHideWindow = [this] { hooks << "hideWindow"; };
+        v.onBringUp = [this] { hooks << "bringUp"; };
+        v.onMirror = [this] {
             hooks << "mirror";
             lastMirrored = describe(uploadDeviceForm());
         };
@@ -104,17 +104,18 @@ protected:
     void connectDevice()
     {
         UploadDevice_Form_Load();
-        ASSERT_NE(rig.ticksUntil(upstate::Idle, 200), -1);
+        ASSERT_NE(rig.ticksUntil(UpState::Idle, 200), -1);
     }
 };
 
 TEST_F(UploadDeviceFormTest, DesignStateOfTheWindow)
 {
-    UploadDeviceForm& f = uploadDeviceForm();
-    f.lbPrintMessage = "changed";
-    f.timerEnabled = true;
-    f.cbComItems = QStringList{"COM1"};
-    resetUploadDeviceForm();
+    uploadDeviceForm().lbPrintMessage = "changed";
+    uploadDeviceForm().timerEnabled = true;
+    uploadDeviceForm().cbComItems = QStringList{"COM1"};
+    // A fresh session holds the window at its design state.
+    OwnedSession<UploadSession> fresh;
+    const UploadDeviceForm& f = uploadDeviceForm();
 
     EXPECT_EQ(f.lbPrintMessage, "No Device Found!");
     EXPECT_EQ(f.lbDeviceSerial, "?????");
@@ -142,16 +143,16 @@ TEST_F(UploadDeviceFormTest, StartProcessInItsNineSteps)
     f.shown = true;
     f.timerEnabled = false;
     g.DeviceSerialText = "KVX0001";
-    g.UploadState = upstate::Idle;
+    g.UploadState = UpState::Idle;
     QString messageAtFill = "not filled";
-    uploadFormHooks().fillTexts = [&] {
+    rig.view.onFillTexts = [&] {
         hooks << "fillTexts";
         messageAtFill = uploadDeviceForm().lbPrintMessage;
     };
 
     StartProcess();
     EXPECT_TRUE(f.timerEnabled);
-    EXPECT_EQ(g.UploadState, upstate::TryPort);
+    EXPECT_EQ(g.UploadState, UpState::TryPort);
     EXPECT_EQ(g.PrintMessageText, T(UploadKeys::TryToConnect));
     EXPECT_EQ(g.DeviceStatusText, T(UploadKeys::StatusNotConnected));
     EXPECT_EQ(g.UploadFolderStamp, "2014-03-09 14H05M07");
@@ -261,7 +262,7 @@ TEST_F(UploadDeviceFormTest, PercentIsWholeWithHalvesAwayFromZero)
 TEST_F(UploadDeviceFormTest, GetFilesAsksForTheCount)
 {
     UploadGlobals& g = uploadGlobals();
-    g.UploadState = upstate::Idle;
+    g.UploadState = UpState::Idle;
     g.NbFilesSucces = 4;
     g.NbFilesFail = 2;
     g.CurrentFile = 3;
@@ -271,7 +272,7 @@ TEST_F(UploadDeviceFormTest, GetFilesAsksForTheCount)
     EXPECT_FALSE(uploadDeviceForm().cmdGetFilesEnabled);
     EXPECT_TRUE(uploadDeviceForm().cmdStopEnabled);
     EXPECT_EQ(g.PrintMessageText, T(UploadKeys::GetNumberOfFiles));
-    EXPECT_EQ(g.UploadState, upstate::AskFileCount);
+    EXPECT_EQ(g.UploadState, UpState::AskFileCount);
     EXPECT_EQ(g.NbFilesSucces, 0);
     EXPECT_EQ(g.NbFilesFail, 0);
     EXPECT_EQ(g.CurrentFile, 3); // state 8 resets it once the count arrives
@@ -282,13 +283,13 @@ TEST_F(UploadDeviceFormTest, StopAsksForTheStopAndFreesGetFilesAtOnce)
 {
     uploadDeviceForm().cmdStopEnabled = true;
     uploadDeviceForm().cmdGetFilesEnabled = false;
-    uploadGlobals().UploadState = upstate::WaitData;
+    uploadGlobals().UploadState = UpState::WaitData;
 
     cmdStop_Click();
     EXPECT_TRUE(uploadDeviceForm().cmdGetFilesEnabled);
     EXPECT_FALSE(uploadDeviceForm().cmdStopEnabled);
     EXPECT_EQ(uploadGlobals().StopRequested, True16);
-    EXPECT_EQ(uploadGlobals().UploadState, upstate::WaitData);
+    EXPECT_EQ(uploadGlobals().UploadState, UpState::WaitData);
     expectMirroredAtTheEnd();
 }
 
@@ -312,7 +313,7 @@ TEST_F(UploadDeviceFormTest, ScanStartsTheSearchAgain)
     // Emptied, then set again by the start of the search.
     EXPECT_EQ(g.PrintMessageText, T(UploadKeys::TryToConnect));
     EXPECT_EQ(g.DeviceStatusText, T(UploadKeys::StatusNotConnected));
-    EXPECT_EQ(g.UploadState, upstate::TryPort);
+    EXPECT_EQ(g.UploadState, UpState::TryPort);
     EXPECT_EQ(g.UploadFolderStamp, "2016-01-02 03H04M05");
     EXPECT_FALSE(f.lbTransfertPurcentVisible);
     EXPECT_EQ(g.DeviceConnected, False16);
@@ -332,7 +333,7 @@ TEST_F(UploadDeviceFormTest, TickHoldsTheTimerThenShowsTheState)
     EXPECT_EQ(intervalDuringStep, 0);
     const UploadDeviceForm& f = uploadDeviceForm();
     EXPECT_EQ(f.timerInterval, 100);
-    EXPECT_EQ(uploadGlobals().UploadState, upstate::WaitPortReply);
+    EXPECT_EQ(uploadGlobals().UploadState, UpState::WaitPortReply);
     // UpdateDisplay ran as the tick's last step.
     EXPECT_EQ(f.lbPrintMessage, T(UploadKeys::TryToConnect));
     EXPECT_EQ(f.statusPanel1, T(UploadKeys::StatusNotConnected));
@@ -347,12 +348,12 @@ TEST_F(UploadDeviceFormTest, TimerIsHeldWhileTheClosingMessageShows)
     connectDevice();
     int intervalAtClose = -1;
     bool enabledAtClose = true;
-    uploadFormHooks().hideWindow = [&] {
+    rig.view.onHideWindow = [&] {
         intervalAtClose = uploadDeviceForm().timerInterval;
         enabledAtClose = uploadDeviceForm().timerEnabled;
     };
     cmdGetFiles_Click();
-    ASSERT_NE(rig.ticksUntil(upstate::Idle, 100), -1);
+    ASSERT_NE(rig.ticksUntil(UpState::Idle, 100), -1);
     EXPECT_EQ(intervalAtClose, 0);
     EXPECT_FALSE(enabledAtClose);
     EXPECT_FALSE(uploadDeviceForm().timerEnabled);
@@ -364,7 +365,7 @@ TEST_F(UploadDeviceFormTest, LoadRunsTheStart)
     UploadDevice_Form_Load();
     EXPECT_TRUE(uploadDeviceForm().loaded);
     EXPECT_TRUE(uploadDeviceForm().timerEnabled);
-    EXPECT_EQ(uploadGlobals().UploadState, upstate::TryPort);
+    EXPECT_EQ(uploadGlobals().UploadState, UpState::TryPort);
     EXPECT_EQ(hooks.count("fillTexts"), 1);
     expectMirroredAtTheEnd();
 }
@@ -376,7 +377,7 @@ TEST_F(UploadDeviceFormTest, ClosingStopsTheTimerAndThePortAndUnloads)
 
     UploadDevice_Form_QueryUnload();
     EXPECT_FALSE(uploadDeviceForm().timerEnabled);
-    EXPECT_EQ(uploadGlobals().UploadState, upstate::TryPort);
+    EXPECT_EQ(uploadGlobals().UploadState, UpState::TryPort);
     EXPECT_EQ(rig.ports.bench.openPort, 0);
     expectMirroredAtTheEnd();
 
@@ -396,7 +397,7 @@ TEST_F(UploadDeviceFormTest, ClosingStopsTheTimerAndThePortAndUnloads)
 TEST_F(UploadDeviceFormTest, MenuCommandLoadsTheWindowAndStartsTwice)
 {
     bool shownAtBringUp = false;
-    uploadFormHooks().bringUp = [&] {
+    rig.view.onBringUp = [&] {
         hooks << "bringUp";
         shownAtBringUp = uploadDeviceForm().shown;
     };
@@ -423,13 +424,13 @@ TEST_F(UploadDeviceFormTest, EachOpeningStartsTheSearchAgainWhereItStopped)
 {
     rig.portList.devices = {ScriptedPortList::com(5), ScriptedPortList::com(3)};
     mnUploadPcDevice_Click();
-    ASSERT_NE(rig.ticksUntil(upstate::Idle, 200), -1);
+    ASSERT_NE(rig.ticksUntil(UpState::Idle, 200), -1);
     const Int16 portIndex = uploadGlobals().PortIndex;
     ASSERT_EQ(portIndex, 2);
 
     rig.scripted.clock.times = {QDateTime(QDate(2014, 3, 10), QTime(9, 0, 1))};
     mnUploadPcDevice_Click();
-    EXPECT_EQ(uploadGlobals().UploadState, upstate::TryPort);
+    EXPECT_EQ(uploadGlobals().UploadState, UpState::TryPort);
     EXPECT_EQ(uploadGlobals().UploadFolderStamp, "2014-03-10 09H00M01");
     EXPECT_EQ(uploadGlobals().PortIndex, portIndex);
     EXPECT_FALSE(uploadDeviceForm().frDeviceVisible);
@@ -438,9 +439,9 @@ TEST_F(UploadDeviceFormTest, EachOpeningStartsTheSearchAgainWhereItStopped)
 TEST_F(UploadDeviceFormTest, SuccessAndFailCountsStayHidden)
 {
     mnUploadPcDevice_Click();
-    ASSERT_NE(rig.ticksUntil(upstate::Idle, 200), -1);
+    ASSERT_NE(rig.ticksUntil(UpState::Idle, 200), -1);
     cmdGetFiles_Click();
-    ASSERT_NE(rig.ticksUntil(upstate::Idle, 500), -1);
+    ASSERT_NE(rig.ticksUntil(UpState::Idle, 500), -1);
     const UploadDeviceForm& f = uploadDeviceForm();
     EXPECT_FALSE(f.lbSuccesVisible);
     EXPECT_FALSE(f.lbFailVisible);
@@ -455,14 +456,14 @@ TEST_F(UploadDeviceFormTest, WholeRoadFromTheMenuToTheClosingMessage)
 {
     // The window's modal show runs the timer until the window hides.
     int ticks = 0;
-    uploadFormHooks().bringUp = [&] {
+    rig.view.onBringUp = [&] {
         hooks << "bringUp";
         while (uploadDeviceForm().shown && ticks < 1000) {
             if (uploadDeviceForm().timerEnabled && uploadDeviceForm().timerInterval > 0) {
                 rig.tick();
                 ++ticks;
             }
-            if (uploadGlobals().UploadState == upstate::Idle &&
+            if (uploadGlobals().UploadState == UpState::Idle &&
                 uploadDeviceForm().cmdGetFilesEnabled && !uploadDeviceForm().cmdStopEnabled &&
                 rig.scripted.messages.shown.empty())
                 cmdGetFiles_Click();

@@ -4,6 +4,8 @@
 // mirror of its model: the controls follow the model, the events go to it,
 // and its own timer drives the upload loop.
 #include "app/Sessions.h"
+#include "app/Wiring.h"
+#include "app/frmMain.h"
 #include "localisation/model/WindowTextKeys.h"
 #include "localisation/ui/WindowTexts.h"
 #include "shell/model/AppState.h"
@@ -15,6 +17,7 @@
 #include "tools/instrument-sim/InstrumentFrames.h"
 #include "upload/model/UploadDeviceForm.h"
 #include "upload/model/UploadGlobals.h"
+#include "upload/model/UploadSession.h"
 #include "upload/model/mdStateMachine.h"
 #include "upload/ui/frmUploadDevice.h"
 
@@ -55,6 +58,9 @@ private:
     }
 
 private Q_SLOTS:
+    // The window is the view its model asks for, as the program's load puts it.
+    void initTestCase() { installUploadViews(frmMain::instance()); }
+
     void cleanup()
     {
         appState().LangFilePath.clear();
@@ -194,7 +200,7 @@ private Q_SLOTS:
     void controlsFollowTheModel()
     {
         frmUploadDevice& w = frmUploadDevice::instance();
-        resetUploadDeviceForm();
+        OwnedSession<UploadSession> session;
         UploadDeviceForm& f = uploadDeviceForm();
         f.lbPrintMessage = "message";
         f.lbDeviceSerial = "KVX0042";
@@ -229,7 +235,29 @@ private Q_SLOTS:
         QCOMPARE(ports->currentText(), QString("COM3"));
         // The design timer stays still until the model enables it.
         QVERIFY(!w.tmrStateMachine()->isActive());
-        resetUploadDeviceForm();
+        // The window shows the design state again.
+        session->reset();
+        w.mirrorModel();
+        QCOMPARE(controlText(w, "lbPrintMessage"), QString("No Device Found!"));
+    }
+
+    void theWindowIsTheViewItsModelAsks()
+    {
+        OwnedSession<UploadSession> session;
+        frmUploadDevice& w = frmUploadDevice::instance();
+        QCOMPARE(&uploadDeviceView(), static_cast<UploadDeviceView*>(&w));
+        w.show();
+        QVERIFY(uploadDeviceForm().shown);
+
+        uploadDeviceForm().lbDeviceSerial = "KVX0007";
+        uploadDeviceView().mirror();
+        QCOMPARE(controlText(w, "lbDeviceSerial"), QString("KVX0007"));
+
+        // The model's end of an upload hides the window through its view.
+        EndProcess();
+        QVERIFY(w.isHidden());
+        QVERIFY(!uploadDeviceForm().shown);
+        session->reset();
         w.mirrorModel();
     }
 
@@ -237,7 +265,6 @@ private Q_SLOTS:
     {
         UploadRig rig;
         frmUploadDevice& w = frmUploadDevice::instance();
-        resetUploadDeviceForm();
         UploadDevice_Form_Load();
         // The loop runs from the load; the test ticks by hand.
         w.tmrStateMachine()->stop();
@@ -246,7 +273,7 @@ private Q_SLOTS:
         w.mirrorModel();
 
         w.findChild<QPushButton*>("cmdGetFiles")->click();
-        QCOMPARE(uploadGlobals().UploadState, upstate::AskFileCount);
+        QCOMPARE(uploadGlobals().UploadState, UpState::AskFileCount);
         QVERIFY(!w.findChild<QPushButton*>("cmdGetFiles")->isEnabled());
         QVERIFY(w.findChild<QPushButton*>("cmdStop")->isEnabled());
 
@@ -258,7 +285,7 @@ private Q_SLOTS:
         uploadGlobals().DeviceConnected = True16;
         w.findChild<QAction*>("mnscan")->trigger();
         QVERIFY(uploadGlobals().DeviceConnected == False16);
-        QCOMPARE(uploadGlobals().UploadState, upstate::TryPort);
+        QCOMPARE(uploadGlobals().UploadState, UpState::TryPort);
         QVERIFY(w.findChild<QGroupBox*>("frDevice")->isHidden());
         QVERIFY(!w.findChild<QPushButton*>("cmdGetFiles")->isEnabled());
         QCOMPARE(controlText(w, "lbPrintMessage"), QString());
@@ -284,14 +311,13 @@ private Q_SLOTS:
         line.start(10);
 
         frmUploadDevice& w = frmUploadDevice::instance();
-        resetUploadDeviceForm();
         w.Form_Load();
         QVERIFY(w.tmrStateMachine()->isActive());
         QCOMPARE(w.tmrStateMachine()->interval(), 100);
         QVERIFY(!w.isVisible()); // loading does not show it
 
         // Found, serial read, waiting for Get Files: the device frame shows.
-        QTRY_COMPARE_WITH_TIMEOUT(uploadGlobals().UploadState, upstate::Idle, 20000);
+        QTRY_COMPARE_WITH_TIMEOUT(uploadGlobals().UploadState, UpState::Idle, 20000);
         QCOMPARE(uploadGlobals().DeviceType, QString("ZBL"));
         QVERIFY(!w.findChild<QGroupBox*>("frDevice")->isHidden());
         QVERIFY(w.findChild<QPushButton*>("cmdGetFiles")->isEnabled());

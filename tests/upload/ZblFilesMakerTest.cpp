@@ -13,8 +13,11 @@
 #include "tests/support/TestFiles.h"
 #include "tests/upload/support/CrlfLines.h"
 #include "tools/instrument-sim/InstrumentFrames.h"
+#include "upload/model/UploadFolder.h"
 #include "upload/model/UploadGlobals.h"
+#include "upload/model/UploadSession.h"
 #include "upload/model/mdKvxZblCom.h"
+#include "zbl/model/ZblSession.h"
 #include "zbl/model/ZblTestFileReader.h"
 #include "zbl/model/ZblTestRecord.h"
 
@@ -158,6 +161,9 @@ QStringList sampleFileLines()
 class ZblFilesMakerTest : public ::testing::Test
 {
 protected:
+    // The upload's variables and the read-back's ZBL test record, fresh.
+    OwnedSession<UploadSession> session;
+    OwnedSession<ZblSession> zbl;
     QTemporaryDir dataRoot;
     QTemporaryDir storeDir;
     std::optional<QtSettingsStore> store;
@@ -173,7 +179,6 @@ protected:
         setSettingsStore(&*store);
         store->SaveSetting(QStringLiteral("Quenby"), QStringLiteral("UserFileTransfert"),
                            QStringLiteral("ZBL"), toPlatformPath(dataRoot.path()));
-        resetUploadGlobals();
         uploadGlobals().UploadFolderStamp = Stamp;
         uploadGlobals().CurrentFile = 1;
         setYieldHook([] {});
@@ -186,18 +191,21 @@ protected:
         appState().ZblTestFilePath = Dynamic();
         appState().ZblTestFileNo = Dynamic();
         setSettingsStore(nullptr);
-        resetUploadGlobals();
         QDir::setCurrent(savedCurrentFolder);
     }
 
-    ZblHeaderRecord upload(const sim::ZblStoredFile& file)
+    // The frames of `file` decoded as the upload decodes them when it saves
+    // a file, and handed to the maker.
+    static void upload(const sim::ZblStoredFile& file)
     {
         ZblHeaderRecord header;
-        const QByteArray headerFrame = sim::zblHeaderFrame(file);
-        ParseZblHeader(headerFrame, header);
-        uploadGlobals().ByteArrayHeaderRx = headerFrame;
-        uploadGlobals().ByteArrayDataRx = sim::zblDataFrame(file);
-        return header;
+        ParseZblHeader(sim::zblHeaderFrame(file), header);
+        write(header, sim::zblDataFrame(file));
+    }
+
+    static void write(const ZblHeaderRecord& header, const QByteArray& dataFrame)
+    {
+        WriteZblTestFile(header, ParseZblRecords(dataFrame, header.numberOfReadings));
     }
 
     QString folder() const { return dataRoot.path() + QStringLiteral("/ZBL/Files/") + Stamp; }
@@ -210,7 +218,7 @@ protected:
     {
         sim::ZblStoredFile f = sampleFile();
         f.readings = readings;
-        WriteZblTestFile(upload(f));
+        upload(f);
         const QStringList lines = linesOf(filePath(QStringLiteral("1-12.zbl")));
         return lines.mid(15, lines.size() - 16);
     }
@@ -240,7 +248,7 @@ protected:
 
 TEST_F(ZblFilesMakerTest, WholeFileByteForByte)
 {
-    WriteZblTestFile(upload(sampleFile()));
+    upload(sampleFile());
     const QString path = filePath(QStringLiteral("1-12.zbl"));
     ASSERT_TRUE(QFileInfo::exists(path));
     const QByteArray bytes = readBytes(path);
@@ -257,7 +265,7 @@ TEST_F(ZblFilesMakerTest, WholeFileByteForByte)
 
 TEST_F(ZblFilesMakerTest, ReadBackThroughTheReader)
 {
-    WriteZblTestFile(upload(sampleFile()));
+    upload(sampleFile());
     ZblReportFill report;
     ASSERT_EQ(readBack(filePath(QStringLiteral("1-12.zbl")), report), 0);
     const ZblTestRecord& r = zblTestRecord();
@@ -302,7 +310,7 @@ TEST_F(ZblFilesMakerTest, NameIsTheIndexAndTheTestNumberOnly)
     f.mode = 2;
     f.testNumber = 7;
     f.readings.clear();
-    WriteZblTestFile(upload(f));
+    upload(f);
     EXPECT_EQ(QDir(folder()).entryList(QDir::Files), QStringList{"1-7.zbl"});
 }
 
@@ -312,7 +320,7 @@ TEST_F(ZblFilesMakerTest, NameFollowsTheCurrentFile)
     sim::ZblStoredFile f = sampleFile();
     f.testNumber = 0;
     f.readings.clear();
-    WriteZblTestFile(upload(f));
+    upload(f);
     EXPECT_TRUE(QFileInfo::exists(filePath(QStringLiteral("3-0.zbl"))));
 }
 
@@ -346,7 +354,7 @@ TEST_F(ZblFilesMakerTest, DateInMayAndSingleDigits)
     f.minute = 8;
     f.second = 7;
     f.readings.clear();
-    WriteZblTestFile(upload(f));
+    upload(f);
     const QStringList lines = linesOf(filePath(QStringLiteral("1-12.zbl")));
     EXPECT_EQ(lines[2], "Date/Time:    3 May2014   09:08:07");
 }
@@ -357,7 +365,7 @@ TEST_F(ZblFilesMakerTest, ModeTextsAndTheFirstRule)
         sim::ZblStoredFile f = sampleFile();
         f.mode = mode;
         f.readings.clear();
-        WriteZblTestFile(upload(f));
+        upload(f);
         return linesOf(filePath(QStringLiteral("1-12.zbl"))).mid(0, 4);
     };
     QStringList lines = firstLines(0);
@@ -379,7 +387,7 @@ TEST_F(ZblFilesMakerTest, NoReadingsGivesHeaderThenTheClosingLine)
     sim::ZblStoredFile f = sampleFile();
     f.mode = 0;
     f.readings.clear();
-    WriteZblTestFile(upload(f));
+    upload(f);
     QStringList want =
         headerLines(dashes(76), QStringLiteral("15 Nov.2024   09:07:33"), QStringLiteral("Manual"));
     want << dashes(136);
@@ -476,15 +484,14 @@ TEST_F(ZblFilesMakerTest, FrameShorterThanItsReadingsIsABoundsError)
     ParseZblHeader(sim::zblHeaderFrame(f), header);
     ASSERT_EQ(header.numberOfReadings, 3);
     f.readings.pop_back();
-    uploadGlobals().ByteArrayDataRx = sim::zblDataFrame(f);
-    EXPECT_EQ(failureOf([&] { WriteZblTestFile(header); }), err::SubscriptOutOfRange);
+    const QByteArray dataFrame = sim::zblDataFrame(f);
+    EXPECT_EQ(failureOf([&] { write(header, dataFrame); }), err::SubscriptOutOfRange);
 }
 
 TEST_F(ZblFilesMakerTest, FailedOpenWritesNothingAndSaysNothing)
 {
     ASSERT_TRUE(QDir().mkpath(filePath(QStringLiteral("1-12.zbl"))));
-    const ZblHeaderRecord header = upload(sampleFile());
-    EXPECT_EQ(failureOf([&] { WriteZblTestFile(header); }), 0);
+    EXPECT_EQ(failureOf([] { upload(sampleFile()); }), 0);
     EXPECT_TRUE(QFileInfo(filePath(QStringLiteral("1-12.zbl"))).isDir());
     EXPECT_EQ(QDir(folder()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
               QStringList{"1-12.zbl"});
@@ -494,10 +501,10 @@ TEST_F(ZblFilesMakerTest, FailedOpenWritesNothingAndSaysNothing)
 TEST_F(ZblFilesMakerTest, TwoUploadsWithTheSameIndexAndTestNumberOverwrite)
 {
     sim::ZblStoredFile f = sampleFile();
-    WriteZblTestFile(upload(f));
+    upload(f);
     f.readings.resize(1);
     f.notes = QStringLiteral("Second");
-    WriteZblTestFile(upload(f));
+    upload(f);
     EXPECT_EQ(QDir(folder()).entryList(QDir::Files), QStringList{"1-12.zbl"});
     const QStringList lines = linesOf(filePath(QStringLiteral("1-12.zbl")));
     EXPECT_EQ(lines.size(), 15 + 1 + 1);
@@ -509,7 +516,7 @@ TEST_F(ZblFilesMakerTest, FolderIsMadeWhenItListsNothing)
     ASSERT_FALSE(QFileInfo::exists(folder()));
     sim::ZblStoredFile f = sampleFile();
     f.readings.clear();
-    WriteZblTestFile(upload(f));
+    upload(f);
     EXPECT_TRUE(QFileInfo(folder()).isDir());
     EXPECT_TRUE(QFileInfo::exists(filePath(QStringLiteral("1-12.zbl"))));
 }
@@ -519,7 +526,7 @@ TEST_F(ZblFilesMakerTest, AnEmptyExistingFolderIsMadeAgain)
     ASSERT_TRUE(QDir().mkpath(folder()));
     sim::ZblStoredFile f = sampleFile();
     f.readings.clear();
-    WriteZblTestFile(upload(f));
+    upload(f);
     // Making folders tests each stage by making it the current folder, and
     // the existing upload folder is the last stage: the call was made.
     EXPECT_EQ(QFileInfo(QDir::currentPath()).canonicalFilePath(),
@@ -533,7 +540,7 @@ TEST_F(ZblFilesMakerTest, AHiddenEntryMakesTheListingNonEmpty)
     const QString before = QDir::currentPath();
     sim::ZblStoredFile f = sampleFile();
     f.readings.clear();
-    WriteZblTestFile(upload(f));
+    upload(f);
     EXPECT_EQ(QDir::currentPath(), before);
     EXPECT_TRUE(QFileInfo::exists(filePath(QStringLiteral("1-12.zbl"))));
 }
@@ -541,13 +548,13 @@ TEST_F(ZblFilesMakerTest, AHiddenEntryMakesTheListingNonEmpty)
 TEST_F(ZblFilesMakerTest, FolderComesFromTheSettingsStore)
 {
     const QString sep = pathSep();
-    EXPECT_EQ(ZblUploadFolder(),
+    EXPECT_EQ(UploadFolder(QStringLiteral("ZBL")),
               toPlatformPath(dataRoot.path()) + sep + "ZBL" + sep + "Files" + sep + Stamp + sep);
     QTemporaryDir emptyStore;
     ASSERT_TRUE(emptyStore.isValid());
     QtSettingsStore other(emptyStore.path());
     setSettingsStore(&other);
-    EXPECT_EQ(ZblUploadFolder(), sep + "ZBL" + sep + "Files" + sep + Stamp + sep);
+    EXPECT_EQ(UploadFolder(QStringLiteral("ZBL")), sep + "ZBL" + sep + "Files" + sep + Stamp + sep);
     setSettingsStore(&*store);
 }
 

@@ -5,6 +5,7 @@
 #include "shell/model/RuntimeError.h"
 #include "upload/model/CCommBuffCirculaire.h"
 #include "upload/model/UploadGlobals.h"
+#include "upload/model/UploadSession.h"
 
 #include <QLoggingCategory>
 #include <QtGlobal>
@@ -19,12 +20,6 @@ namespace {
 
 Q_LOGGING_CATEGORY(lcSerial, "quenby.serial")
 
-std::function<void(const QString&)>& traceSink()
-{
-    static std::function<void(const QString&)> sink;
-    return sink;
-}
-
 const QString LineSetting = QStringLiteral("115200,n,8,1");
 const QString CrLf = QStringLiteral("\r\n");
 
@@ -38,7 +33,7 @@ QString portText(Int16 number)
 
 void traceDebugLine(const QString& line)
 {
-    if (const auto& sink = traceSink()) {
+    if (const auto& sink = uploadSession().debugTraceSink) {
         sink(line);
         return;
     }
@@ -55,7 +50,7 @@ void traceDebugLine(const QString& line)
 
 void setDebugTraceSink(std::function<void(const QString&)> sink)
 {
-    traceSink() = std::move(sink);
+    uploadSession().debugTraceSink = std::move(sink);
 }
 
 CSerialCom::CSerialCom() : m_port(makeSerialPort())

@@ -12,6 +12,7 @@
 #include <QByteArray>
 #include <QString>
 
+#include <functional>
 #include <memory>
 
 namespace quenby {
@@ -63,7 +64,7 @@ private:
 };
 
 // One trace line to the platform's debug output (ANSI text). Nobody needs to
-// listen; tests may catch the lines.
+// listen; tests may catch the lines with a sink in the upload session.
 void traceDebugLine(const QString& line);
 void setDebugTraceSink(std::function<void(const QString&)> sink); // empty: platform output
 

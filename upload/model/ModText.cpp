@@ -1,6 +1,7 @@
 #include "upload/model/ModText.h"
 
 #include "shell/model/NumberText.h"
+#include "upload/model/UploadSession.h"
 
 #include <cmath>
 
@@ -8,11 +9,11 @@ namespace quenby {
 
 namespace {
 
-// The line under construction, one for the whole module.
+// The line under construction, one for the whole module, kept in the upload
+// session.
 QString& textLine()
 {
-    static QString line;
-    return line;
+    return uploadSession().textLine;
 }
 
 // Steps 2 to 5 of MyStr on the trimmed text of the rounded value.

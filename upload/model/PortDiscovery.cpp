@@ -6,17 +6,12 @@
 #include "upload/model/CSerialCom.h"
 #include "upload/model/UploadDeviceForm.h"
 #include "upload/model/UploadGlobals.h"
+#include "upload/model/UploadSession.h"
 #include "upload/model/mdKvxZblCom.h"
 
 namespace quenby {
 
 namespace {
-
-PortListService*& currentService()
-{
-    static PortListService* service = nullptr;
-    return service;
-}
 
 // The search opens every port at this rate; the link ignores it and always
 // uses its fixed line setting.
@@ -41,8 +36,7 @@ bool isTrue(const Dynamic& value)
 
 void mirrorForm()
 {
-    if (uploadFormHooks().mirror)
-        uploadFormHooks().mirror();
+    uploadDeviceView().mirror();
 }
 
 // Ports named by the COM number in their caption: "USB Serial Port (COM7)".
@@ -106,12 +100,12 @@ Int16 listDeviceNames(const std::vector<PnpEntity>& devices)
 
 void setPortListService(PortListService* service)
 {
-    currentService() = service;
+    uploadSession().portList = service;
 }
 
 PortListService* portListService()
 {
-    return currentService();
+    return uploadSession().portList;
 }
 
 Int16 ScanComPorts()

@@ -37,7 +37,7 @@ public:
     virtual PortNaming naming() const = 0;
 };
 
-// The list in use; none means no ports at all.
+// The list in use, in the upload session; none means no ports at all.
 void setPortListService(PortListService* service);
 PortListService* portListService();
 

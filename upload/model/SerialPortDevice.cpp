@@ -1,6 +1,7 @@
 #include "upload/model/SerialPortDevice.h"
 
 #include "shell/model/RuntimeError.h"
+#include "upload/model/UploadSession.h"
 
 namespace quenby {
 
@@ -36,22 +37,16 @@ private:
     Int16 m_number = 1;
 };
 
-SerialPortFactory& factoryInUse()
-{
-    static SerialPortFactory factory;
-    return factory;
-}
-
 } // namespace
 
 void setSerialPortFactory(SerialPortFactory factory)
 {
-    factoryInUse() = std::move(factory);
+    uploadSession().serialPortFactory = std::move(factory);
 }
 
 std::unique_ptr<SerialPortDevice> makeSerialPort()
 {
-    if (const auto& factory = factoryInUse())
+    if (const SerialPortFactory& factory = uploadSession().serialPortFactory)
         return factory();
     return std::make_unique<AbsentSerialPort>();
 }

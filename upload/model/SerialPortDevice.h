@@ -70,7 +70,8 @@ private:
 };
 
 // Makes a fresh port object; the link asks for one at creation and at each
-// Disconnect. Until a factory is set, a port that never opens is made.
+// Disconnect. Until a factory is set in the upload session, a port that never
+// opens is made.
 using SerialPortFactory = std::function<std::unique_ptr<SerialPortDevice>()>;
 void setSerialPortFactory(SerialPortFactory factory); // empty restores the default
 std::unique_ptr<SerialPortDevice> makeSerialPort();

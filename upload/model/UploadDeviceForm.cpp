@@ -4,6 +4,7 @@
 #include "localisation/model/Vocabulary.h"
 #include "shell/model/NumberText.h"
 #include "upload/model/UploadGlobals.h"
+#include "upload/model/UploadSession.h"
 #include "upload/model/mdStateMachine.h"
 
 namespace quenby {
@@ -15,29 +16,25 @@ constexpr int TickInterval = 100;
 
 void mirror()
 {
-    if (uploadFormHooks().mirror)
-        uploadFormHooks().mirror();
+    uploadDeviceView().mirror();
 }
 
 } // namespace
 
 UploadDeviceForm& uploadDeviceForm()
 {
-    static UploadDeviceForm form;
-    return form;
+    return uploadSession().form;
 }
 
-UploadFormHooks& uploadFormHooks()
+UploadDeviceView& uploadDeviceView()
 {
-    static UploadFormHooks hooks;
-    return hooks;
+    return Slot<UploadDeviceView>::current();
 }
 
 void EndProcess()
 {
     uploadDeviceForm().shown = false;
-    if (uploadFormHooks().hideWindow)
-        uploadFormHooks().hideWindow();
+    uploadDeviceView().hideWindow();
     mirror();
 }
 
@@ -62,8 +59,7 @@ void StartProcess()
     DisplayTransfert(false);
     // Hidden, so that the main window's show decides when it is seen.
     form.shown = false;
-    if (uploadFormHooks().hideWindow)
-        uploadFormHooks().hideWindow();
+    uploadDeviceView().hideWindow();
     uploadGlobals().DeviceSerialText.clear();
     // Nothing shows these two again.
     form.lbSuccesVisible = false;
@@ -71,8 +67,7 @@ void StartProcess()
     // The window's texts from the language; of them the model keeps the
     // message line.
     form.lbPrintMessage = GetLanguageText(QString::fromLatin1(UploadKeys::TryToConnect));
-    if (uploadFormHooks().fillTexts)
-        uploadFormHooks().fillTexts();
+    uploadDeviceView().fillTexts();
     mirror();
 }
 
@@ -125,7 +120,7 @@ void cmdGetFiles_Click()
     form.cmdGetFilesEnabled = false;
     form.cmdStopEnabled = true;
     g.PrintMessageText = GetLanguageText(QString::fromLatin1(UploadKeys::GetNumberOfFiles));
-    g.UploadState = upstate::AskFileCount;
+    g.UploadState = UpState::AskFileCount;
     // CurrentFile stays: state 8 resets it once the count has arrived.
     g.NbFilesSucces = 0;
     g.NbFilesFail = 0;
@@ -181,13 +176,7 @@ void mnUploadPcDevice_Click()
     StartProcess();
     uploadDeviceForm().shown = true;
     mirror();
-    if (uploadFormHooks().bringUp)
-        uploadFormHooks().bringUp();
-}
-
-void resetUploadDeviceForm()
-{
-    uploadDeviceForm() = UploadDeviceForm{};
+    uploadDeviceView().bringUp();
 }
 
 } // namespace quenby

@@ -6,8 +6,6 @@
 #include <QString>
 #include <QStringList>
 
-#include <functional>
-
 namespace quenby {
 
 struct UploadDeviceForm
@@ -46,17 +44,27 @@ struct UploadDeviceForm
     int timerInterval = 100;
 };
 
+// The window's state in the upload session in force.
 UploadDeviceForm& uploadDeviceForm();
 
-// What the window does for the model; each is optional.
-struct UploadFormHooks
+// What the model asks of the upload window. The application installs
+// frmUploadDevice behind it; a test installs a scripted one.
+class UploadDeviceView
 {
-    std::function<void()> fillTexts;  // FillTextsUploadDevice on the window
-    std::function<void()> mirror;     // show the model's state
-    std::function<void()> hideWindow; // EndProcess
-    std::function<void()> bringUp;    // focus if visible, else modal show over the main window
+public:
+    virtual ~UploadDeviceView() = default;
+    // FillTextsUploadDevice: the window's texts from the language.
+    virtual void fillTexts() = 0;
+    // The model's state changed: the controls show it.
+    virtual void mirror() = 0;
+    // The window goes out of sight.
+    virtual void hideWindow() = 0;
+    // Focus if the window is visible, else a modal show over the main window.
+    virtual void bringUp() = 0;
 };
-UploadFormHooks& uploadFormHooks();
+
+// The view in force; asking when none is installed raises std::logic_error.
+UploadDeviceView& uploadDeviceView();
 
 // Operations of the window.
 void EndProcess();
@@ -75,8 +83,5 @@ void tmrStateMachine_Timer(); // one tick: interval 0, a step, UpdateDisplay, in
 
 // The main window's command: StartProcess, then bring the window up.
 void mnUploadPcDevice_Click();
-
-// Tests: the window's design state back.
-void resetUploadDeviceForm();
 
 } // namespace quenby

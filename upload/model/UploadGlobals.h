@@ -1,7 +1,7 @@
 // The upload's program-long variables: the state machine's state, counters,
-// waits and texts, the port search's list, and the two serial objects. They
-// survive from one opening of the upload window to the next until something
-// sets them.
+// waits and texts, and the port search's list. They live in the upload
+// session (upload/model/UploadSession.h) and survive from one opening of the
+// upload window to the next until something sets them.
 #pragma once
 
 #include "shell/model/Checked.h"
@@ -18,9 +18,32 @@ class CCommBuffCirculaire;
 
 inline constexpr int PortListSize = 17; // entries 0 to 16
 
+// The states of the upload loop, by their numbers. The loop starts at 0, which
+// names no state; a number that names none does nothing.
+enum class UpState : Int16 {
+    ScanPorts = 1, // nothing ever enters this state
+    TryPort = 2,
+    WaitPortReply = 3,
+    Idle = 4,
+    AskSerial = 5,
+    WaitSerial = 6,
+    AskFileCount = 7,
+    WaitFileCount = 8,
+    NextFile = 9,
+    AskHeader = 10,
+    WaitHeader = 11,
+    AskData = 12,
+    WaitData = 13,
+    SaveFile = 14,
+    EndUpload = 15,
+    StopByUser = 98,
+    SkipFile = 99,
+    CheckPortReply = 100,
+};
+
 struct UploadGlobals
 {
-    Int16 UploadState = 0;
+    UpState UploadState{};
     Bool16 StopRequested = False16;
     QString DeviceType; // "KVX" or "ZBL"; empty until a device was seen
     QString DeviceSerial;
@@ -64,14 +87,12 @@ struct UploadGlobals
     std::array<QString, PortListSize> PortLocations;
 };
 
+// The variables of the upload session in force.
 UploadGlobals& uploadGlobals();
 
-// The two serial objects, made on first use and kept until the process ends.
+// The two serial objects of the upload session in force, made on first use
+// and kept as long as the session.
 CSerialCom& serialCom();
 CCommBuffCirculaire& commBuffer();
-
-// Tests: every variable back to its first value, fresh serial objects; the
-// protocol's slot table, device records and payload store zeroed too.
-void resetUploadGlobals();
 
 } // namespace quenby

@@ -2,14 +2,11 @@
 
 #include "shell/model/CFile.h"
 #include "shell/model/NumberText.h"
-#include "shell/model/Platform.h"
 #include "shell/model/RuntimeError.h"
-#include "shell/model/SettingsStore.h"
 #include "upload/model/ModText.h"
+#include "upload/model/UploadFolder.h"
 #include "upload/model/UploadGlobals.h"
-#include "upload/model/mdKvxZblCom.h"
 
-#include <QDir>
 #include <QStringList>
 
 namespace quenby {
@@ -46,14 +43,6 @@ constexpr Int32 InsulationVolts = 139;
 bool isSet(Bool16 flag)
 {
     return flag != False16;
-}
-
-KvxDeviceRecord& deviceRecord(Int16 test)
-{
-    auto& records = kvxDeviceRecords();
-    if (test < 0 || test >= static_cast<Int16>(records.size()))
-        raiseRuntimeErrorOnValue(err::SubscriptOutOfRange, QString::number(test));
-    return records[static_cast<std::size_t>(test)];
 }
 
 // A knee voltage: shown when above 1 V and the excitation results are valid.
@@ -179,30 +168,18 @@ QString headerTime(const KvxHeaderRecord& h)
 
 } // namespace
 
-QString KvxUploadFolder()
+void WriteKvxTestFile(const KvxHeaderRecord& header, const std::vector<KvxDeviceRecord>& tests)
 {
-    const QString sep = pathSep();
-    return settingsStore().GetSetting(QStringLiteral("Quenby"), QStringLiteral("UserFileTransfert"),
-                                      QStringLiteral("KVX")) +
-           sep + QStringLiteral("KVX") + sep + QStringLiteral("Files") + sep +
-           uploadGlobals().UploadFolderStamp + sep;
-}
-
-void WriteKvxTestFile(const KvxHeaderRecord& header)
-{
-    UploadGlobals& g = uploadGlobals();
-    QString folder = KvxUploadFolder();
+    const UploadGlobals& g = uploadGlobals();
+    const QString folder = UploadFolder(QStringLiteral("KVX"));
     // No check for a name in use: the stamp gives each opening of the upload
     // window its own folder and CurrentFile differs within it, so a retry
     // writes over its own file. A '"' in the serial is not cleaned.
     QString path = folder + QString::number(g.CurrentFile) + u'-' + CleanFileName(header.Serial) +
                    QStringLiteral(".txt");
 
+    MakeUploadFolder(folder);
     CFile file;
-    const QStringList inFolder = QDir(folder).entryList(QDir::AllEntries | QDir::Hidden |
-                                                        QDir::System | QDir::NoDotAndDotDot);
-    if (inFolder.isEmpty())
-        file.MakeDirectory(folder);
     if (file.OpenFile(path, True16) != 0)
         return; // no message and no count: the caller goes on
 
@@ -239,21 +216,19 @@ void WriteKvxTestFile(const KvxHeaderRecord& header)
     for (QString& line : lines)
         file.PrintLineToFile(line);
 
-    SpreadKvxData(g.ByteArrayDataRx);
-    for (Int16 test = 0; test < header.numberOfTests; ++test)
-        ParseKvxRecord(test);
-
     QStringList head{QString(149, u'-'), TableHead1, TableHead2, QString(148, u'-')};
     for (QString& line : head)
         file.PrintLineToFile(line);
 
-    for (Int16 test = 0; test < header.numberOfTests; ++test) {
-        QString row = kvxTableRow(test, deviceRecord(test));
+    // Tests are numbered by their place in the frame, from 0.
+    const auto count = static_cast<Int16>(tests.size());
+    for (Int16 test = 0; test < count; ++test) {
+        QString row = kvxTableRow(test, tests[static_cast<std::size_t>(test)]);
         file.PrintLineToFile(row);
     }
 
-    for (Int16 test = 0; test < header.numberOfTests; ++test) {
-        const KvxDeviceRecord& r = deviceRecord(test);
+    for (Int16 test = 0; test < count; ++test) {
+        const KvxDeviceRecord& r = tests[static_cast<std::size_t>(test)];
         if (!isSet(r.excitationValid))
             continue;
         for (QString& line : kvxExcitationLines(test, r))

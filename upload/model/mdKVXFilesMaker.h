@@ -1,14 +1,20 @@
-// Turns an uploaded KVX file (header record and data frame) into a KVX test
-// file in <root>/KVX/Files/<stamp>/, laid out like the instrument's own files.
+// Turns an uploaded KVX file (its header record and the tests decoded from its
+// data frame) into a KVX test file in <root>/KVX/Files/<stamp>/, laid out like
+// the instrument's own files.
 #pragma once
 
 #include "upload/model/DeviceRecords.h"
 
 #include <QString>
 
+#include <vector>
+
 namespace quenby {
 
-void WriteKvxTestFile(const KvxHeaderRecord& header);
+// `tests` are the header's tests in order (ParseKvxRecords), one table row
+// each. The file is named after CurrentFile and goes to this upload's folder;
+// the instrument's serial is DeviceSerial.
+void WriteKvxTestFile(const KvxHeaderRecord& header, const std::vector<KvxDeviceRecord>& tests);
 
 // Every character of "<>*?|/\:$&%" becomes "_".
 QString CleanFileName(const QString& text);
@@ -18,10 +24,5 @@ QString CleanFileName(const QString& text);
 QString KvxCurrentText(double milliamperes, int width);
 // "Jan. " .. "Jun. ", "Jul." .. "Dec."; "" for other values.
 QString KvxMonthName(int month);
-
-// The folder an upload's KVX test files go to: the "KVX" data root of the
-// settings store, then KVX, Files and the upload's stamp, with a separator at
-// the end. An absent key leaves the path starting at the separator.
-QString KvxUploadFolder();
 
 } // namespace quenby

@@ -5,6 +5,7 @@
 #include "upload/model/CCommBuffCirculaire.h"
 #include "upload/model/CSerialCom.h"
 #include "upload/model/UploadGlobals.h"
+#include "upload/model/UploadSession.h"
 
 #include <cmath>
 
@@ -186,11 +187,11 @@ void ParseZblHeader(const QByteArray& frame, ZblHeaderRecord& header)
     header.Notes = ReadDeviceText(frame, 314, 354);
 }
 
-void SpreadKvxData(const QByteArray& frame)
+KvxSlotTable SpreadKvxData(const QByteArray& frame, const KvxSlotTable& slots)
 {
     // Payload byte i goes to slot i div 942 at i mod 942; a twelfth slot is
     // outside the table.
-    auto& table = kvxSlotTable();
+    KvxSlotTable table = slots;
     const qsizetype last = frame.size() - 1;
     for (qsizetype i = 5; i <= last - 1; ++i) {
         const qsizetype payloadIndex = i - 5;
@@ -201,15 +202,16 @@ void SpreadKvxData(const QByteArray& frame)
              [static_cast<std::size_t>(payloadIndex % KvxSlotUsed)] =
                  static_cast<unsigned char>(rxByte(frame, i));
     }
+    return table;
 }
 
-void ParseKvxRecord(Int16 slot)
+KvxDeviceRecord ParseKvxRecord(const KvxSlotTable& slots, Int16 slot)
 {
     if (slot < 0 || slot >= KvxDeviceSlotCount)
         outOfRange(slot);
-    const unsigned char* s = kvxSlotTable()[static_cast<std::size_t>(slot)].data();
+    const unsigned char* s = slots[static_cast<std::size_t>(slot)].data();
     const int n = KvxSlotSize;
-    KvxDeviceRecord& r = kvxDeviceRecords()[static_cast<std::size_t>(slot)];
+    KvxDeviceRecord r;
 
     r.testNumber = static_cast<Int16>(recordByte(s, n, 0));
     r.numberOfPoints = ReadDeviceInt16(s, n, 4);
@@ -227,7 +229,7 @@ void ParseKvxRecord(Int16 slot)
     r.windingResistance = ReadDeviceFloat(s, n, 46);
     r.value50 = ReadDeviceFloat(s, n, 50);
     // 100 voltages from 82 and 100 currents from 482, four bytes each; the
-    // rest of the room is left as it is.
+    // rest of the room stays 0.
     for (int k = 0; k < KvxDeviceRecord::PointsRead; ++k) {
         r.voltages[static_cast<std::size_t>(k)] = ReadDeviceFloat(s, n, 82 + 4 * k);
         r.currents[static_cast<std::size_t>(k)] = ReadDeviceFloat(s, n, 482 + 4 * k);
@@ -238,6 +240,15 @@ void ParseKvxRecord(Int16 slot)
     r.insulationValid = ReadDeviceFlag(s, n, 885);
     r.windingValid = ReadDeviceFlag(s, n, 886);
     r.tap = slotTapText(s, n, 889, 897);
+    return r;
+}
+
+std::vector<KvxDeviceRecord> ParseKvxRecords(const KvxSlotTable& slots, Int16 numberOfTests)
+{
+    std::vector<KvxDeviceRecord> tests;
+    for (Int16 test = 0; test < numberOfTests; ++test)
+        tests.push_back(ParseKvxRecord(slots, test));
+    return tests;
 }
 
 void ParseZblRecord(const QByteArray& frame, Int16 index, ZblDeviceRecord& record)
@@ -264,6 +275,17 @@ void ParseZblRecord(const QByteArray& frame, Int16 index, ZblDeviceRecord& recor
     // Intended weights 1024, 512, 256, 1, and a byte 118 of 255 counts as 0.
     const int b118 = at(118) == 255 ? 0 : at(118);
     record.value116 = at(116) * 1024 + at(117) * 512 + b118 * 256 + at(119);
+}
+
+std::vector<ZblDeviceRecord> ParseZblRecords(const QByteArray& frame, Int16 numberOfReadings)
+{
+    std::vector<ZblDeviceRecord> readings;
+    ZblDeviceRecord record; // one record for every reading: each parse sets every field
+    for (Int16 r = 0; r < numberOfReadings; ++r) {
+        ParseZblRecord(frame, r, record);
+        readings.push_back(record);
+    }
+    return readings;
 }
 
 Int16 ReadDeviceInt16(const unsigned char* record, int size, int offset)
@@ -353,22 +375,9 @@ QString ReadDeviceWideText(const QByteArray& bytes, qsizetype first, int chars)
     return text;
 }
 
-KvxSlotTable& kvxSlotTable()
+PayloadStore& payloadStore()
 {
-    static KvxSlotTable table{};
-    return table;
-}
-
-std::array<KvxDeviceRecord, KvxDeviceSlotCount>& kvxDeviceRecords()
-{
-    static std::array<KvxDeviceRecord, KvxDeviceSlotCount> records{};
-    return records;
-}
-
-std::array<unsigned char, PayloadStoreSize>& payloadStore()
-{
-    static std::array<unsigned char, PayloadStoreSize> store{};
-    return store;
+    return uploadSession().payloadStore;
 }
 
 Int32 NumberOfNewBytes()

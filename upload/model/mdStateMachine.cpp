@@ -9,6 +9,7 @@
 #include "upload/model/PortDiscovery.h"
 #include "upload/model/UploadDeviceForm.h"
 #include "upload/model/UploadGlobals.h"
+#include "upload/model/UploadSession.h"
 #include "upload/model/mdKVXFilesMaker.h"
 #include "upload/model/mdKvxZblCom.h"
 #include "upload/model/mdZBLFilesMaker.h"
@@ -67,9 +68,9 @@ bool stopRequested()
 }
 
 // The next state, or StopByUser when a stop was asked for.
-void goOrStop(Int16 next)
+void goOrStop(UpState next)
 {
-    uploadGlobals().UploadState = stopRequested() ? upstate::StopByUser : next;
+    uploadGlobals().UploadState = stopRequested() ? UpState::StopByUser : next;
 }
 
 // True when a reply starts "G", "P", `code`. All three bytes are read, so a
@@ -104,35 +105,22 @@ Int16 growTo(Int16 value, Int16 limit)
     return grown > limit ? limit : grown;
 }
 
-// The header and the decoded header records of the file in hand.
-KvxHeaderRecord& kvxHeader()
-{
-    static KvxHeaderRecord header;
-    return header;
-}
-
-ZblHeaderRecord& zblHeader()
-{
-    static ZblHeaderRecord header;
-    return header;
-}
-
 void doScanPorts()
 {
     ScanComPorts();
-    uploadGlobals().UploadState = upstate::TryPort;
+    uploadGlobals().UploadState = UpState::TryPort;
 }
 
 void doTryPort()
 {
     TryNextPort();
-    uploadGlobals().UploadState = upstate::WaitPortReply;
+    uploadGlobals().UploadState = UpState::WaitPortReply;
 }
 
 void doWaitPortReply()
 {
     if (WaitTicks(3))
-        uploadGlobals().UploadState = upstate::CheckPortReply;
+        uploadGlobals().UploadState = UpState::CheckPortReply;
 }
 
 void doAskSerial()
@@ -140,7 +128,7 @@ void doAskSerial()
     UploadGlobals& g = uploadGlobals();
     SendShortCommand(cmd::SerialNumber);
     g.PrintMessageText = Lang(UploadKeys::DeviceSerialNumber);
-    g.UploadState = upstate::WaitSerial;
+    g.UploadState = UpState::WaitSerial;
 }
 
 void doWaitSerial()
@@ -150,7 +138,7 @@ void doWaitSerial()
     UploadGlobals& g = uploadGlobals();
     g.ByteArrayRx = readStore();
     if (g.NbByteToTreat < 10) {
-        g.UploadState = upstate::SkipFile; // before any file was asked for: kept
+        g.UploadState = UpState::SkipFile; // before any file was asked for: kept
     } else if (beginsWith(g.ByteArrayRx, reply::SerialNumber)) {
         g.DeviceSerial = DecodeSerialNumber(g.ByteArrayRx, g.DeviceType);
         g.DeviceSerialText = g.DeviceSerial;
@@ -164,7 +152,7 @@ void doWaitSerial()
             g.WaitHeaderTimeZbl = HeaderStart;
         }
         g.PrintMessageText = Lang(UploadKeys::Connect) + QLatin1Char(' ') + Type();
-        g.UploadState = upstate::Idle;
+        g.UploadState = UpState::Idle;
         uploadDeviceForm().cmdGetFilesEnabled = true;
     }
     // Another reply leaves the state as it is: after the flush below the
@@ -175,7 +163,7 @@ void doWaitSerial()
 void doAskFileCount()
 {
     SendShortCommand(cmd::FileCount);
-    uploadGlobals().UploadState = upstate::WaitFileCount;
+    uploadGlobals().UploadState = UpState::WaitFileCount;
 }
 
 void doWaitFileCount()
@@ -185,13 +173,13 @@ void doWaitFileCount()
     UploadGlobals& g = uploadGlobals();
     g.ByteArrayRx = readStore();
     if (g.NbByteToTreat < 4) {
-        g.UploadState = upstate::SkipFile; // before any file was asked for: kept
+        g.UploadState = UpState::SkipFile; // before any file was asked for: kept
     } else if (beginsWith(g.ByteArrayRx, reply::FileCount)) {
         g.NbFilesOnDevice = DecodeFileCount(g.ByteArrayRx);
         g.PrintMessageText =
             numberText(g.NbFilesOnDevice) + QLatin1Char(' ') + Lang(UploadKeys::FileOnDevice);
         g.CurrentFile = 0;
-        g.UploadState = upstate::NextFile;
+        g.UploadState = UpState::NextFile;
     }
     // Another reply leaves the state at 8, with no flush here.
 }
@@ -201,14 +189,14 @@ void doNextFile()
     UploadGlobals& g = uploadGlobals();
     // The end of an upload is decided here alone.
     if (g.CurrentFile >= g.NbFilesOnDevice) {
-        g.UploadState = upstate::EndUpload;
+        g.UploadState = UpState::EndUpload;
         return;
     }
     FlushUpload();
     g.FilesTransfertText =
         numberText(g.CurrentFile) + QLatin1Char('/') + numberText(g.NbFilesOnDevice);
     DisplayTransfert(true);
-    g.UploadState = upstate::AskHeader;
+    g.UploadState = UpState::AskHeader;
     if (isKvx()) {
         g.WaitDataTime = g.WaitDataTimeKvx;
         g.WaitHeaderTime = g.WaitHeaderTimeKvx;
@@ -224,7 +212,7 @@ void doAskHeader()
     SendFileRequest(cmd::FileHeader, fileIndexByte(g.CurrentFile));
     g.PrintMessageText = Lang(UploadKeys::UploadInProgress) + QLatin1Char(' ') + Type();
     g.DeviceStatusText = Lang(UploadKeys::UploadInProgress);
-    goOrStop(upstate::WaitHeader);
+    goOrStop(UpState::WaitHeader);
 }
 
 void doWaitHeader()
@@ -234,7 +222,7 @@ void doWaitHeader()
         return;
     // A stop is noted first; the steps below may still overwrite the state.
     if (stopRequested()) {
-        g.UploadState = upstate::StopByUser;
+        g.UploadState = UpState::StopByUser;
         g.HeaderRetry() = 0;
     }
     g.NbByteToTreat = NumberOfNewBytes();
@@ -244,7 +232,7 @@ void doWaitHeader()
         if (g.HeaderRetry() < HeaderRetries) {
             g.HeaderRetry() = add16(g.HeaderRetry(), 1);
         } else {
-            g.UploadState = upstate::SkipFile;
+            g.UploadState = UpState::SkipFile;
             g.HeaderRetry() = 0;
         }
         return;
@@ -252,11 +240,11 @@ void doWaitHeader()
     g.ByteArrayHeaderRx = ReadRxBytes(g.NbByteToTreat);
     if (beginsWith(g.ByteArrayHeaderRx, reply::Header)) {
         if (CheckFrame(g.ByteArrayHeaderRx) != False16) {
-            goOrStop(upstate::AskData);
+            goOrStop(UpState::AskData);
         } else {
             // A bad header is asked for again, with a longer wait and no limit
             // on the number of times.
-            goOrStop(upstate::NextFile);
+            goOrStop(UpState::NextFile);
             if (isKvx())
                 g.WaitHeaderTimeKvx = growTo(g.WaitHeaderTimeKvx, HeaderWaitLimit);
             else if (isZbl())
@@ -272,7 +260,7 @@ void doAskData()
     UploadGlobals& g = uploadGlobals();
     SendFileRequest(cmd::FileData, fileIndexByte(g.CurrentFile));
     FlushUpload();
-    goOrStop(upstate::WaitData);
+    goOrStop(UpState::WaitData);
 }
 
 void doWaitData()
@@ -294,7 +282,7 @@ void doWaitData()
                                        static_cast<Int16>(rxByte(g.ByteArrayDataRx, 4))),
                                  6);
     if (stopRequested()) {
-        g.UploadState = upstate::StopByUser;
+        g.UploadState = UpState::StopByUser;
         g.DataRetry() = 0;
     }
     if (g.NbByteToTreat < expected && g.DataRetry() < DataRetries) {
@@ -304,7 +292,7 @@ void doWaitData()
         return;
     }
     if (g.NbByteToTreat < expected) {
-        g.UploadState = upstate::SkipFile;
+        g.UploadState = UpState::SkipFile;
         g.DataRetry() = 0;
         return;
     }
@@ -315,7 +303,7 @@ void doWaitData()
         // state 98, so it isn't saved. Kept.
         g.NbFilesSucces = add16(g.NbFilesSucces, 1);
         g.CurrentFile = add16(g.CurrentFile, 1);
-        goOrStop(upstate::SaveFile);
+        goOrStop(UpState::SaveFile);
     } else {
         // Fetched again, header first, with no limit on the number of times.
         g.NbFilesFail = add16(g.NbFilesFail, 1);
@@ -323,29 +311,33 @@ void doWaitData()
             g.WaitDataTimeKvx = growTo(g.WaitDataTimeKvx, KvxDataWaitLimit);
         else if (isZbl())
             g.WaitDataTimeZbl = growTo(g.WaitDataTimeZbl, ZblDataWaitLimit);
-        goOrStop(upstate::NextFile);
+        goOrStop(UpState::NextFile);
     }
 }
 
 void doSaveFile()
 {
-    UploadGlobals& g = uploadGlobals();
+    UploadSession& session = uploadSession();
+    const UploadGlobals& g = session.globals;
     // CurrentFile has moved on already, so the file of index 0 is numbered 1.
     if (isKvx()) {
-        ParseKvxHeader(g.ByteArrayHeaderRx, kvxHeader());
-        WriteKvxTestFile(kvxHeader());
+        ParseKvxHeader(g.ByteArrayHeaderRx, session.kvxHeader);
+        session.kvxSlots = SpreadKvxData(g.ByteArrayDataRx, session.kvxSlots);
+        WriteKvxTestFile(session.kvxHeader,
+                         ParseKvxRecords(session.kvxSlots, session.kvxHeader.numberOfTests));
     } else if (isZbl()) {
-        ParseZblHeader(g.ByteArrayHeaderRx, zblHeader());
-        WriteZblTestFile(zblHeader());
+        ParseZblHeader(g.ByteArrayHeaderRx, session.zblHeader);
+        WriteZblTestFile(session.zblHeader,
+                         ParseZblRecords(g.ByteArrayDataRx, session.zblHeader.numberOfReadings));
     }
-    goOrStop(upstate::NextFile);
+    goOrStop(UpState::NextFile);
 }
 
 // Back to Idle with the ready texts, after the end of an upload or a stop.
 void showReady()
 {
     UploadGlobals& g = uploadGlobals();
-    g.UploadState = upstate::Idle;
+    g.UploadState = UpState::Idle;
     DisplayTransfert(false);
     g.PrintMessageText = Lang(UploadKeys::Ready) + QLatin1Char(' ') + Type();
     g.DeviceStatusText = Lang(UploadKeys::StatusReady);
@@ -401,7 +393,7 @@ void doSkipFile()
         return;
     UploadGlobals& g = uploadGlobals();
     g.CurrentFile = add16(g.CurrentFile, 1);
-    goOrStop(upstate::NextFile);
+    goOrStop(UpState::NextFile);
     FlushUpload();
 }
 
@@ -409,7 +401,7 @@ void doCheckPortReply()
 {
     UploadGlobals& g = uploadGlobals();
     if (IsDataReceived() == False16) {
-        g.UploadState = upstate::TryPort;
+        g.UploadState = UpState::TryPort;
         DisconnectPort();
         return;
     }
@@ -424,7 +416,7 @@ void doCheckPortReply()
                 g.DeviceType = QLatin1String(Kvx);
             else if (code == reply::Zbl)
                 g.DeviceType = QLatin1String(Zbl);
-            g.UploadState = upstate::AskSerial;
+            g.UploadState = UpState::AskSerial;
             g.DeviceConnected = True16;
             g.DeviceStatusText = Lang(UploadKeys::StatusConnected);
             g.PrintMessageText = Lang(UploadKeys::DeviceFound);
@@ -463,7 +455,7 @@ void FlushUpload()
 void InitUpload()
 {
     UploadGlobals& g = uploadGlobals();
-    g.UploadState = upstate::TryPort;
+    g.UploadState = UpState::TryPort;
     g.PrintMessageText = Lang(UploadKeys::TryToConnect);
     g.DeviceStatusText = Lang(UploadKeys::StatusNotConnected);
     // Four reads of the clock, one for each part of the stamp.
@@ -479,68 +471,68 @@ void InitUpload()
 
 void CloseUpload()
 {
-    uploadGlobals().UploadState = upstate::TryPort;
+    uploadGlobals().UploadState = UpState::TryPort;
     DisconnectPort();
 }
 
 void StateMachineProcess()
 {
+    // Every state has its case and there is no default, so that a state left
+    // out is a compiler warning; a number that names no state does nothing.
     switch (uploadGlobals().UploadState) {
-    case upstate::ScanPorts: // nothing ever enters this state
+    case UpState::ScanPorts: // nothing ever enters this state
         doScanPorts();
         break;
-    case upstate::TryPort:
+    case UpState::TryPort:
         doTryPort();
         break;
-    case upstate::WaitPortReply:
+    case UpState::WaitPortReply:
         doWaitPortReply();
         break;
-    case upstate::Idle:
+    case UpState::Idle:
         break; // waits for cmdGetFiles or mnscan
-    case upstate::AskSerial:
+    case UpState::AskSerial:
         doAskSerial();
         break;
-    case upstate::WaitSerial:
+    case UpState::WaitSerial:
         doWaitSerial();
         break;
-    case upstate::AskFileCount:
+    case UpState::AskFileCount:
         doAskFileCount();
         break;
-    case upstate::WaitFileCount:
+    case UpState::WaitFileCount:
         doWaitFileCount();
         break;
-    case upstate::NextFile:
+    case UpState::NextFile:
         doNextFile();
         break;
-    case upstate::AskHeader:
+    case UpState::AskHeader:
         doAskHeader();
         break;
-    case upstate::WaitHeader:
+    case UpState::WaitHeader:
         doWaitHeader();
         break;
-    case upstate::AskData:
+    case UpState::AskData:
         doAskData();
         break;
-    case upstate::WaitData:
+    case UpState::WaitData:
         doWaitData();
         break;
-    case upstate::SaveFile:
+    case UpState::SaveFile:
         doSaveFile();
         break;
-    case upstate::EndUpload:
+    case UpState::EndUpload:
         doEndUpload();
         break;
-    case upstate::StopByUser:
+    case UpState::StopByUser:
         doStopByUser();
         break;
-    case upstate::SkipFile:
+    case UpState::SkipFile:
         doSkipFile();
         break;
-    case upstate::CheckPortReply:
+    case UpState::CheckPortReply:
         doCheckPortReply();
         break;
-    default:
-        break; // a state not listed does nothing
     }
 }
 

@@ -5,12 +5,9 @@
 #include "shell/model/CFile.h"
 #include "shell/model/Dynamic.h"
 #include "shell/model/NumberText.h"
-#include "shell/model/Platform.h"
-#include "shell/model/SettingsStore.h"
+#include "upload/model/UploadFolder.h"
 #include "upload/model/UploadGlobals.h"
-#include "upload/model/mdKvxZblCom.h"
 
-#include <QDir>
 #include <QStringList>
 
 #include <array>
@@ -43,15 +40,6 @@ QString resistanceText(const QString& wide)
 
 } // namespace
 
-QString ZblUploadFolder()
-{
-    const QString sep = pathSep();
-    return settingsStore().GetSetting(QStringLiteral("Quenby"), QStringLiteral("UserFileTransfert"),
-                                      QStringLiteral("ZBL")) +
-           sep + QStringLiteral("ZBL") + sep + QStringLiteral("Files") + sep +
-           uploadGlobals().UploadFolderStamp + sep;
-}
-
 QString ZblBlankFileNameCharacters(const QString& name)
 {
     QString out = name;
@@ -60,10 +48,10 @@ QString ZblBlankFileNameCharacters(const QString& name)
     return out;
 }
 
-void WriteZblTestFile(const ZblHeaderRecord& header)
+void WriteZblTestFile(const ZblHeaderRecord& header, const std::vector<ZblDeviceRecord>& readings)
 {
-    UploadGlobals& g = uploadGlobals();
-    QString folder = ZblUploadFolder();
+    const UploadGlobals& g = uploadGlobals();
+    const QString folder = UploadFolder(QStringLiteral("ZBL"));
 
     // Intended: a longer name of serial, mode letter and test number is
     // worked out first and then replaced before use, so neither the serial nor
@@ -77,11 +65,8 @@ void WriteZblTestFile(const ZblHeaderRecord& header)
                ZblCleanFileName(QString::number(header.testNumber)) + QStringLiteral(".zbl");
     QString path = folder + ZblBlankFileNameCharacters(fileName);
 
+    MakeUploadFolder(folder);
     CFile file;
-    const QStringList inFolder = QDir(folder).entryList(QDir::AllEntries | QDir::Hidden |
-                                                        QDir::System | QDir::NoDotAndDotDot);
-    if (inFolder.isEmpty())
-        file.MakeDirectory(folder);
     if (file.OpenFile(path, True16) != 0)
         return; // no message and no count: the caller goes on
 
@@ -117,9 +102,7 @@ void WriteZblTestFile(const ZblHeaderRecord& header)
                           formatNumber(totalMinutes, u"00") + u':' +
                           formatNumber(totalSeconds, u"00");
 
-    ZblDeviceRecord record; // reused for every reading
-    for (Int16 r = 0; r < header.numberOfReadings; ++r) {
-        ParseZblRecord(g.ByteArrayDataRx, r, record);
+    for (const ZblDeviceRecord& record : readings) {
         QString tapA = record.tapA;
         QString windingA = record.windingA1 + u'-' + record.windingA2;
         QString resistanceA = resistanceText(record.resistanceA);

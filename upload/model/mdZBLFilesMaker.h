@@ -1,24 +1,24 @@
-// Turns an uploaded ZBL file (header record and data frame) into a ZBL test
-// file in <root>/ZBL/Files/<stamp>/.
+// Turns an uploaded ZBL file (its header record and the readings decoded from
+// its data frame) into a ZBL test file in <root>/ZBL/Files/<stamp>/.
 #pragma once
 
 #include "upload/model/DeviceRecords.h"
 
 #include <QString>
 
+#include <vector>
+
 namespace quenby {
 
-void WriteZblTestFile(const ZblHeaderRecord& header);
+// `readings` are the header's readings in order (ParseZblRecords), one row
+// each. The file is named after CurrentFile and goes to this upload's folder.
+void WriteZblTestFile(const ZblHeaderRecord& header, const std::vector<ZblDeviceRecord>& readings);
 
 // "Jan." .. "Dec.", May without a point; "" for other values.
 QString ZblMonthName(int month);
 // The file maker's own copy of the name filter, the same set of characters.
 QString ZblCleanFileName(const QString& text);
 
-// The folder an upload's ZBL test files go to: the "ZBL" data root of the
-// settings store, then ZBL, Files and the upload's stamp, with a separator at
-// the end.
-QString ZblUploadFolder();
 // The second filter over a whole file name: each of * / \ < > : ? " | becomes
 // a blank.
 QString ZblBlankFileNameCharacters(const QString& name);

@@ -2,6 +2,7 @@
 
 #include "shell/model/RuntimeError.h"
 #include "upload/model/PortDiscovery.h"
+#include "upload/model/UploadSession.h"
 #include "upload/platform/QtPortList.h"
 
 #include <QObject>
@@ -164,8 +165,10 @@ private:
 void installSerialServices()
 {
     setSerialPortFactory([] { return std::make_unique<QtSerialPortDevice>(); });
-    static QtPortList list;
-    setPortListService(&list);
+    // The session keeps the list for as long as it lives.
+    UploadSession& session = uploadSession();
+    session.ownedPortList = std::make_unique<QtPortList>();
+    setPortListService(session.ownedPortList.get());
 }
 
 } // namespace quenby

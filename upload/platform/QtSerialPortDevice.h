@@ -6,7 +6,8 @@
 
 namespace quenby {
 
-// Puts the Qt serial port and the system's port list in use.
+// Puts the Qt serial port and the system's port list in use in the upload
+// session in force.
 void installSerialServices();
 
 } // namespace quenby

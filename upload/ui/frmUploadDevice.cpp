@@ -2,6 +2,7 @@
 
 #include "localisation/ui/WindowTexts.h"
 #include "shell/model/RuntimeError.h"
+#include "shell/ui/MainWindowOwner.h"
 #include "upload/model/UploadDeviceForm.h"
 
 #include <QCloseEvent>
@@ -151,11 +152,13 @@ frmUploadDevice::frmUploadDevice()
     connect(m_timer, &QTimer::timeout, this, &frmUploadDevice::tick);
 
     resize(380, 400);
+}
 
-    UploadFormHooks& hooks = uploadFormHooks();
-    hooks.fillTexts = [this] { FillTextsUploadDevice(); };
-    hooks.mirror = [this] { mirrorModel(); };
-    hooks.hideWindow = [this] { hide(); };
+void frmUploadDevice::bringUp()
+{
+    if (!m_loaded)
+        Form_Load();
+    showModalOver(&mainWindow());
 }
 
 void frmUploadDevice::Form_Load()
@@ -218,9 +221,16 @@ void frmUploadDevice::mirrorModel()
     }
 }
 
-void frmUploadDevice::setShown(bool shown)
+void frmUploadDevice::showEvent(QShowEvent* event)
 {
-    uploadDeviceForm().shown = shown;
+    uploadDeviceForm().shown = true;
+    ModalWindow::showEvent(event);
+}
+
+void frmUploadDevice::hideEvent(QHideEvent* event)
+{
+    uploadDeviceForm().shown = false;
+    ModalWindow::hideEvent(event);
 }
 
 void frmUploadDevice::closeEvent(QCloseEvent* event)

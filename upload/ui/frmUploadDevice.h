@@ -7,6 +7,7 @@
 #pragma once
 
 #include "report/ui/ReportWindow.h"
+#include "upload/model/UploadDeviceForm.h"
 
 class QComboBox;
 class QGroupBox;
@@ -19,7 +20,8 @@ namespace quenby {
 
 // The window holds no rule of its own: its controls mirror the upload
 // window's model (upload/model/UploadDeviceForm.h) and its events go there.
-class frmUploadDevice final : public ReportWindow
+// It is the view that model asks for.
+class frmUploadDevice final : public ModalWindow, public UploadDeviceView
 {
     Q_OBJECT
 
@@ -33,22 +35,32 @@ public:
     void FillTextsUploadDevice();
 
     // Load: StartProcess, once for each load of the window.
-    void Form_Load() override;
+    void Form_Load();
     // Shows the model's state in the controls and starts or stops the timer.
     void mirrorModel();
+
+    // The model's view: the texts, the mirror, hidden, and brought up over
+    // the main window.
+    void fillTexts() override { FillTextsUploadDevice(); }
+    void mirror() override { mirrorModel(); }
+    void hideWindow() override { hide(); }
+    void bringUp() override;
 
     QTimer* tmrStateMachine() const { return m_timer; }
     // Panel 1 (device state) or 2 (port state) of the status bar.
     QLabel* statusPanel(int panel) const;
 
 protected:
-    void setShown(bool shown) override;
+    // The model keeps whether the window is on screen.
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
 
 private:
     frmUploadDevice();
     void tick();
 
+    bool m_loaded = false; // the model's word, as last mirrored
     QTimer* m_timer = nullptr;
     QLabel* m_lbPrintMessage = nullptr;
     QLabel* m_lbDeviceSerial = nullptr;

@@ -22,6 +22,7 @@
 #include "tools/instrument-sim/ScenarioReader.h"
 #include "upload/model/UploadDeviceForm.h"
 #include "upload/model/UploadGlobals.h"
+#include "upload/model/UploadSession.h"
 #include "upload/model/mdKVXFilesMaker.h"
 #include "upload/model/mdKvxZblCom.h"
 #include "upload/model/mdStateMachine.h"
@@ -89,6 +90,7 @@ private:
     std::optional<QTemporaryDir> dataDir;
     std::optional<QtSettingsStore> store;
     std::optional<ScriptedServices> scripted;
+    std::optional<OwnedSession<UploadSession>> upload;
     QProcess sim;
     QString simPort;
     bool timedOut = false;
@@ -130,18 +132,18 @@ private:
         operatorHand.setInterval(20);
         QElapsedTimer clock;
         clock.start();
-        Int16 lastState = -1;
+        int lastState = -1;
         const bool trace = qEnvironmentVariableIsSet("QUENBY_E2E_TRACE");
         connect(&operatorHand, &QTimer::timeout, this, [&] {
             frmUploadDevice& w = frmUploadDevice::instance();
-            if (trace && uploadGlobals().UploadState != lastState) {
-                lastState = uploadGlobals().UploadState;
+            if (trace && static_cast<int>(uploadGlobals().UploadState) != lastState) {
+                lastState = static_cast<int>(uploadGlobals().UploadState);
                 qInfo("%6lld ms  state %d  file %d", static_cast<long long>(clock.elapsed()),
                       lastState, uploadGlobals().CurrentFile);
             }
             if (!w.isVisible())
                 return;
-            if (run.pressGetFiles && !pressed && uploadGlobals().UploadState == upstate::Idle &&
+            if (run.pressGetFiles && !pressed && uploadGlobals().UploadState == UpState::Idle &&
                 uploadDeviceForm().cmdGetFilesEnabled) {
                 pressed = true;
                 w.findChild<QPushButton*>(QStringLiteral("cmdGetFiles"))->click();
@@ -169,16 +171,18 @@ private:
         const sim::KvxStoredFile& file = instrument.kvxFiles[static_cast<std::size_t>(index)];
         QTemporaryDir other;
         store->SaveSetting("Quenby", "UserFileTransfert", "KVX", other.path());
-        UploadGlobals& g = uploadGlobals();
-        const UploadGlobals saved = g;
-        KvxHeaderRecord header;
-        ParseKvxHeader(sim::kvxHeaderFrame(file), header);
-        g.ByteArrayDataRx = sim::kvxDataFrame(file);
-        g.CurrentFile = static_cast<Int16>(index + 1);
-        g.DeviceSerial = DecodeSerialNumber(sim::serialNumberReply(instrument), QStringLiteral("KVX"));
-        g.UploadFolderStamp = QStringLiteral("expected");
-        WriteKvxTestFile(header);
-        g = saved;
+        {
+            OwnedSession<UploadSession> maker; // the maker's own upload variables
+            UploadGlobals& g = uploadGlobals();
+            KvxHeaderRecord header;
+            ParseKvxHeader(sim::kvxHeaderFrame(file), header);
+            g.CurrentFile = static_cast<Int16>(index + 1);
+            g.DeviceSerial =
+                DecodeSerialNumber(sim::serialNumberReply(instrument), QStringLiteral("KVX"));
+            g.UploadFolderStamp = QStringLiteral("expected");
+            WriteKvxTestFile(header, ParseKvxRecords(SpreadKvxData(sim::kvxDataFrame(file)),
+                                                     header.numberOfTests));
+        }
         store->SaveSetting("Quenby", "UserFileTransfert", "KVX", dataDir->path());
         return readBytes(QDir(other.path()).filePath(
             QStringLiteral("KVX/Files/expected/%1-%2.txt").arg(index + 1).arg(CleanFileName(file.serial))));
@@ -189,15 +193,16 @@ private:
         const sim::ZblStoredFile& file = instrument.zblFiles[static_cast<std::size_t>(index)];
         QTemporaryDir other;
         store->SaveSetting("Quenby", "UserFileTransfert", "ZBL", other.path());
-        UploadGlobals& g = uploadGlobals();
-        const UploadGlobals saved = g;
-        ZblHeaderRecord header;
-        ParseZblHeader(sim::zblHeaderFrame(file), header);
-        g.ByteArrayDataRx = sim::zblDataFrame(file);
-        g.CurrentFile = static_cast<Int16>(index + 1);
-        g.UploadFolderStamp = QStringLiteral("expected");
-        WriteZblTestFile(header);
-        g = saved;
+        {
+            OwnedSession<UploadSession> maker; // the maker's own upload variables
+            UploadGlobals& g = uploadGlobals();
+            ZblHeaderRecord header;
+            ParseZblHeader(sim::zblHeaderFrame(file), header);
+            g.CurrentFile = static_cast<Int16>(index + 1);
+            g.UploadFolderStamp = QStringLiteral("expected");
+            WriteZblTestFile(header,
+                             ParseZblRecords(sim::zblDataFrame(file), header.numberOfReadings));
+        }
         store->SaveSetting("Quenby", "UserFileTransfert", "ZBL", dataDir->path());
         return readBytes(QDir(other.path()).filePath(
             QStringLiteral("ZBL/Files/expected/%1-%2.zbl").arg(index + 1).arg(file.testNumber)));
@@ -230,7 +235,6 @@ private Q_SLOTS:
     {
         QFile::copy(langSourcePath(QStringLiteral("en.lng")), programDir.filePath("en.lng"));
         setAppPathOverride(programDir.path());
-        installSerialServices();
     }
 
     void init()
@@ -241,6 +245,10 @@ private Q_SLOTS:
         store->SaveSetting("Quenby", "UserFileTransfert", "KVX", dataDir->path());
         store->SaveSetting("Quenby", "UserFileTransfert", "ZBL", dataDir->path());
         scripted.emplace();
+        // Each case has a fresh upload session with the system's serial
+        // ports in it; the upload window loads again on the menu command.
+        upload.emplace();
+        installSerialServices();
         static bool loaded = false;
         if (!loaded) {
             // The start of the program: the language loads every window, the
@@ -248,7 +256,6 @@ private Q_SLOTS:
             frmMain::instance().Form_Load();
             loaded = true;
         }
-        resetUploadGlobals();
     }
 
     void cleanup()
@@ -260,6 +267,7 @@ private Q_SLOTS:
             sim.waitForFinished(5000);
         }
         qunsetenv("QUENBY_EXTRA_PORTS");
+        upload.reset();
         scripted.reset();
         setSettingsStore(nullptr);
     }
@@ -426,7 +434,7 @@ private Q_SLOTS:
             lastStatus = status;
             seen = uploadDeviceForm();
             // Two rounds of the search over the simulator's port.
-            return attemptsOnSimulator >= 2 && uploadGlobals().UploadState == upstate::TryPort;
+            return attemptsOnSimulator >= 2 && uploadGlobals().UploadState == UpState::TryPort;
         };
         runFromMenu(run);
         QVERIFY(!timedOut);
@@ -439,7 +447,7 @@ private Q_SLOTS:
         // Closing unloads the window: the loop stops and the port is closed.
         QVERIFY(!uploadDeviceForm().timerEnabled);
         QVERIFY(!uploadDeviceForm().loaded);
-        QCOMPARE(uploadGlobals().UploadState, upstate::TryPort);
+        QCOMPARE(uploadGlobals().UploadState, UpState::TryPort);
     }
 
     void noiseBeforeIdentifyIsFiltered()
@@ -464,7 +472,7 @@ private Q_SLOTS:
         run.pressGetFiles = false;
         run.closeWhen = [&seen] {
             seen = uploadDeviceForm();
-            return uploadGlobals().UploadState == upstate::Idle;
+            return uploadGlobals().UploadState == UpState::Idle;
         };
         runFromMenu(run);
         QVERIFY(!timedOut);

@@ -6,8 +6,6 @@
 #include "shell/model/RuntimeError.h"
 #include "shell/model/YieldHook.h"
 #include "tests/support/TestFiles.h"
-#include "upload/model/UploadDeviceForm.h"
-#include "upload/model/UploadGlobals.h"
 #include "upload/model/mdStateMachine.h"
 
 #include <QDir>
@@ -102,7 +100,7 @@ void ScriptedSerialPort::receive(const QByteArray& bytes, Int16 event)
     m_event = 0;
 }
 
-ScriptedPorts::ScriptedPorts()
+ScriptedPorts::ScriptedPorts() : m_session(uploadSession())
 {
     setSerialPortFactory([this]() -> std::unique_ptr<SerialPortDevice> {
         auto port = std::make_unique<ScriptedSerialPort>(bench);
@@ -114,7 +112,9 @@ ScriptedPorts::ScriptedPorts()
 
 ScriptedPorts::~ScriptedPorts()
 {
-    setSerialPortFactory({});
+    // The link closes its scripted port while the bench is still there.
+    m_session.link.reset();
+    m_session.serialPortFactory = {};
 }
 
 QByteArray ScriptedPorts::deliver(const QByteArray& extra)
@@ -131,14 +131,15 @@ QByteArray ScriptedPorts::deliver(const QByteArray& extra)
     return bytes;
 }
 
-ScriptedPortList::ScriptedPortList()
+ScriptedPortList::ScriptedPortList() : m_session(uploadSession())
 {
     setPortListService(this);
 }
 
 ScriptedPortList::~ScriptedPortList()
 {
-    setPortListService(nullptr);
+    if (m_session.portList == this)
+        m_session.portList = nullptr;
 }
 
 PnpEntity ScriptedPortList::com(int number, const QString& description)
@@ -214,10 +215,6 @@ UploadRig::UploadRig()
 {
     if (!m_programDir.isValid() || !m_dataDir.isValid() || !m_storeDir.isValid())
         throw std::runtime_error("no temporary folder");
-    resetUploadGlobals();
-    resetUploadDeviceForm();
-    uploadFormHooks() = UploadFormHooks{};
-
     setAppPathOverride(m_programDir.path());
     writeLanguage(true);
 
@@ -241,10 +238,6 @@ UploadRig::UploadRig()
 
 UploadRig::~UploadRig()
 {
-    // The serial objects go first: their port belongs to this rig's bench.
-    resetUploadGlobals();
-    resetUploadDeviceForm();
-    uploadFormHooks() = UploadFormHooks{};
     setYieldHook({});
     setSettingsStore(nullptr);
     appState().LangFilePath.clear();
@@ -291,7 +284,7 @@ void UploadRig::tick()
     ports.deliver();
 }
 
-int UploadRig::ticksUntil(Int16 state, int limit)
+int UploadRig::ticksUntil(UpState state, int limit)
 {
     for (int ticks = 1; ticks <= limit; ++ticks) {
         tick();

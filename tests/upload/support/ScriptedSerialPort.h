@@ -3,10 +3,14 @@
 // hands it through the receive event, as a real port does between ticks.
 #pragma once
 
+#include "shell/model/Session.h"
 #include "shell/model/SettingsStore.h"
 #include "tests/support/ScriptedServices.h"
 #include "upload/model/PortDiscovery.h"
 #include "upload/model/SerialPortDevice.h"
+#include "upload/model/UploadDeviceForm.h"
+#include "upload/model/UploadGlobals.h"
+#include "upload/model/UploadSession.h"
 
 #include <QByteArray>
 #include <QString>
@@ -16,8 +20,19 @@
 #include <deque>
 #include <functional>
 #include <memory>
+#include <ostream>
 #include <set>
 #include <vector>
+
+namespace quenby {
+
+// Test failures show a state by its number.
+inline void PrintTo(UpState state, std::ostream* os)
+{
+    *os << "state " << static_cast<int>(state);
+}
+
+} // namespace quenby
 
 namespace quenby::testing {
 
@@ -69,8 +84,10 @@ private:
     QByteArray m_input;
 };
 
-// Installs a factory that makes scripted ports on `bench`, and keeps the
-// latest port reachable; restores the default factory when it goes.
+// Installs a factory that makes scripted ports on `bench` in the upload
+// session in force, and keeps the latest port reachable. When it goes, the
+// session's link goes with it (its port belongs to this bench) and the
+// default factory is back.
 class ScriptedPorts
 {
 public:
@@ -81,7 +98,7 @@ public:
 
     ScriptedPortBench bench;
     // The port object made last (the link's current one), or nullptr. Valid
-    // only while the link keeps it: after resetUploadGlobals() it is gone.
+    // only while the link keeps it.
     ScriptedSerialPort* current() const { return m_current; }
     // Delivers to the current port what the responder answered to the writes
     // since the last delivery, plus `extra`; answers the bytes delivered.
@@ -92,11 +109,13 @@ public:
     QByteArray deliverPending();
 
 private:
+    UploadSession& m_session;
     ScriptedSerialPort* m_current = nullptr;
     std::size_t m_answered = 0;
 };
 
-// A port list that tells the entities it is given.
+// A port list that tells the entities it is given, in use in the upload
+// session in force while it lives.
 class ScriptedPortList final : public PortListService
 {
 public:
@@ -118,6 +137,32 @@ public:
 
     // "USB Serial Port (COM<n>)", error code 0.
     static PnpEntity com(int number, const QString& description = QStringLiteral("USB Serial Port"));
+
+private:
+    UploadSession& m_session;
+};
+
+// The upload window as the model sees it, scripted: each call runs the
+// test's callback when it set one, and is otherwise taken without effect.
+class ScriptedUploadView final : public UploadDeviceView
+{
+public:
+    void fillTexts() override { run(onFillTexts); }
+    void mirror() override { run(onMirror); }
+    void hideWindow() override { run(onHideWindow); }
+    void bringUp() override { run(onBringUp); }
+
+    std::function<void()> onFillTexts;
+    std::function<void()> onMirror;
+    std::function<void()> onHideWindow;
+    std::function<void()> onBringUp;
+
+private:
+    static void run(const std::function<void()>& f)
+    {
+        if (f)
+            f();
+    }
 };
 
 // A responder for bench.responder that gathers the writes into commands and
@@ -126,11 +171,11 @@ public:
 using CommandAnswer = std::function<QByteArray(const QByteArray& command, int port)>;
 std::function<QByteArray(const QByteArray&, int)> commandResponder(CommandAnswer answer);
 
-// Everything around the upload model for a test: scripted services, ports
-// and port list, a language file with a text of its own for every upload
-// message, data roots in a temporary folder named by a temporary settings
-// store, a yield hook that hands waiting bytes to the port, and the upload's
-// variables and window model at their first values. Leaving puts it all back.
+// Everything around the upload model for a test: a fresh upload session,
+// scripted services, ports, port list and upload window, a language file
+// with a text of its own for every upload message, data roots in a temporary
+// folder named by a temporary settings store, and a yield hook that hands
+// waiting bytes to the port. Leaving puts it all back.
 class UploadRig
 {
 public:
@@ -139,9 +184,11 @@ public:
     UploadRig(const UploadRig&) = delete;
     UploadRig& operator=(const UploadRig&) = delete;
 
+    OwnedSession<UploadSession> session; // first in, last out
     ScriptedServices scripted;
     ScriptedPorts ports;
     ScriptedPortList portList;
+    ScriptedUploadView view;
 
     // The text the rig's language file gives `key` (the key itself if none).
     static QString text(const QString& key);
@@ -160,7 +207,7 @@ public:
     void tick();
     // Ticks until UploadState is `state`: the ticks taken, or -1 when `limit`
     // ticks pass first.
-    int ticksUntil(Int16 state, int limit = 5000);
+    int ticksUntil(UpState state, int limit = 5000);
 
     // Passes of the yield hook so far; a runaway loop fails after yieldLimit.
     int yields = 0;
@@ -169,6 +216,7 @@ public:
     std::function<void()> onYield;
 
 private:
+    Installed<UploadDeviceView> m_view{view};
     QTemporaryDir m_programDir;
     QTemporaryDir m_dataDir;
     QTemporaryDir m_storeDir;
