@@ -3,6 +3,7 @@
 // element past the end.
 #include "shell/model/RuntimeError.h"
 #include "upload/model/CCommBuffCirculaire.h"
+#include "tests/support/Failure.h"
 
 #include <gtest/gtest.h>
 
@@ -10,6 +11,7 @@
 #include <memory>
 
 using namespace quenby;
+using namespace quenby::testing;
 
 namespace {
 
@@ -21,15 +23,6 @@ QByteArray bytesOf(std::initializer_list<int> values)
     return bytes;
 }
 
-int failureOf(const std::function<void()>& f)
-{
-    try {
-        f();
-    } catch (const RuntimeError& e) {
-        return e.number();
-    }
-    return 0;
-}
 
 class receiveStore : public ::testing::Test
 {

@@ -22,6 +22,7 @@
 #include "upload/model/UploadGlobals.h"
 #include "upload/model/UploadSession.h"
 #include "upload/model/mdKvxZblCom.h"
+#include "tests/support/Failure.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -35,11 +36,6 @@
 #include <utility>
 #include <vector>
 
-// Failures show texts as texts.
-static void PrintTo(const QString& text, std::ostream* os)
-{
-    *os << '"' << text.toStdString() << '"';
-}
 
 using namespace quenby;
 using namespace quenby::testing;
@@ -48,15 +44,6 @@ namespace {
 
 const QString Stamp = QStringLiteral("2024-07-09_010203");
 
-int failureOf(const std::function<void()>& f)
-{
-    try {
-        f();
-    } catch (const RuntimeError& e) {
-        return e.number();
-    }
-    return 0;
-}
 
 // A table row as the rules lay it out: each text at its column (the number of
 // characters ahead of it), or straight behind the text before it when that ran

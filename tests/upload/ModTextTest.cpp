@@ -6,6 +6,7 @@
 
 #include "shell/model/Session.h"
 #include "upload/model/UploadSession.h"
+#include "tests/support/Failure.h"
 
 #include <QString>
 #include <gtest/gtest.h>
@@ -13,11 +14,6 @@
 #include <cmath>
 #include <ostream>
 
-// Failures show texts as texts.
-static void PrintTo(const QString& text, std::ostream* os)
-{
-    *os << '"' << text.toStdString() << '"';
-}
 
 using namespace quenby;
 

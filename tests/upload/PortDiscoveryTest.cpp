@@ -8,17 +8,13 @@
 #include "upload/model/CSerialCom.h"
 #include "upload/model/UploadDeviceForm.h"
 #include "upload/model/UploadGlobals.h"
+#include "tests/support/Failure.h"
 
 #include <gtest/gtest.h>
 
 #include <ostream>
 #include <vector>
 
-// Failure messages show texts as texts.
-static void PrintTo(const QString& text, std::ostream* os)
-{
-    *os << '"' << text.toStdString() << '"';
-}
 
 using namespace quenby;
 using namespace quenby::testing;

@@ -11,6 +11,7 @@
 #include "upload/model/UploadGlobals.h"
 #include "upload/model/UploadSession.h"
 #include "upload/model/mdKvxZblCom.h"
+#include "tests/support/Failure.h"
 
 #include <gtest/gtest.h>
 
@@ -32,15 +33,6 @@ QByteArray bytesOf(std::initializer_list<int> values)
     return bytes;
 }
 
-int failureOf(const std::function<void()>& f)
-{
-    try {
-        f();
-    } catch (const RuntimeError& e) {
-        return e.number();
-    }
-    return 0;
-}
 
 void setByte(QByteArray& bytes, qsizetype index, int value)
 {

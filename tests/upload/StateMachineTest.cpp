@@ -13,6 +13,7 @@
 #include "upload/model/UploadDeviceForm.h"
 #include "upload/model/UploadGlobals.h"
 #include "upload/model/mdStateMachine.h"
+#include "tests/support/Failure.h"
 
 #include <QFileInfo>
 
@@ -22,11 +23,6 @@
 #include <ostream>
 #include <vector>
 
-// Failure messages show texts as texts.
-static void PrintTo(const QString& text, std::ostream* os)
-{
-    *os << '"' << text.toStdString() << '"';
-}
 
 using namespace quenby;
 using namespace quenby::testing;

@@ -7,16 +7,12 @@
 #include "tools/instrument-sim/InstrumentFrames.h"
 #include "upload/model/UploadGlobals.h"
 #include "upload/model/mdStateMachine.h"
+#include "tests/support/Failure.h"
 
 #include <gtest/gtest.h>
 
 #include <ostream>
 
-// Failure messages show texts as texts.
-static void PrintTo(const QString& text, std::ostream* os)
-{
-    *os << '"' << text.toStdString() << '"';
-}
 
 using namespace quenby;
 using namespace quenby::testing;

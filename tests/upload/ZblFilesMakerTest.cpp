@@ -20,6 +20,7 @@
 #include "zbl/model/ZblSession.h"
 #include "zbl/model/ZblTestFileReader.h"
 #include "zbl/model/ZblTestRecord.h"
+#include "tests/support/Failure.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -30,11 +31,6 @@
 #include <optional>
 #include <ostream>
 
-// Failures show texts as texts.
-static void PrintTo(const QString& text, std::ostream* os)
-{
-    *os << '"' << text.toStdString() << '"';
-}
 
 using namespace quenby;
 using namespace quenby::testing;
@@ -44,15 +40,6 @@ namespace {
 const QString Stamp = QStringLiteral("2024-11-15_090733");
 const QString Omega = QString(QChar(0x03A9));
 
-int failureOf(const std::function<void()>& f)
-{
-    try {
-        f();
-    } catch (const RuntimeError& e) {
-        return e.number();
-    }
-    return 0;
-}
 
 QString dashes(int n)
 {
