@@ -71,15 +71,28 @@ function(quenby_check_layers)
   endif()
 endfunction()
 
+# The folders below `dir` that the configuration added, into `out`.
+function(quenby_added_dirs dir out)
+  get_property(subs DIRECTORY ${dir} PROPERTY SUBDIRECTORIES)
+  set(all ${subs})
+  foreach(sub IN LISTS subs)
+    quenby_added_dirs(${sub} inner)
+    list(APPEND all ${inner})
+  endforeach()
+  set(${out} ${all} PARENT_SCOPE)
+endfunction()
+
 # The libraries of each folder link only libraries of their own folder and
 # the floors below. Call after every target is defined.
 function(quenby_check_links)
+  # A model-only configuration leaves the window folders out.
+  quenby_added_dirs(${CMAKE_SOURCE_DIR} added)
   foreach(pair IN LISTS QUENBY_FLOORS)
     string(REPLACE "=" ";" kv ${pair})
     list(GET kv 0 folder)
     set(libs_${folder} "")
     foreach(sub "" /ui /platform)
-      if(IS_DIRECTORY ${CMAKE_SOURCE_DIR}/${folder}${sub} AND EXISTS ${CMAKE_SOURCE_DIR}/${folder}${sub}/CMakeLists.txt)
+      if(${CMAKE_SOURCE_DIR}/${folder}${sub} IN_LIST added)
         get_property(seen DIRECTORY ${CMAKE_SOURCE_DIR}/${folder}${sub} PROPERTY BUILDSYSTEM_TARGETS)
         foreach(t IN LISTS seen)
           get_target_property(type ${t} TYPE)

@@ -7,7 +7,7 @@ namespace quenby {
 namespace {
 
 // Code points of the bytes 0x80 to 0xFF.
-const char16_t kWindows1252[128] = {
+constexpr char16_t kWindows1252[128] = {
     0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
     0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x008D, 0x017D, 0x008F,
     0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
@@ -26,7 +26,7 @@ const char16_t kWindows1252[128] = {
     0x00F8, 0x00F9, 0x00FA, 0x00FB, 0x00FC, 0x00FD, 0x00FE, 0x00FF,
 };
 
-const char16_t kWindows1250[128] = {
+constexpr char16_t kWindows1250[128] = {
     0x20AC, 0x0081, 0x201A, 0x0083, 0x201E, 0x2026, 0x2020, 0x2021,
     0x0088, 0x2030, 0x0160, 0x2039, 0x015A, 0x0164, 0x017D, 0x0179,
     0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
@@ -50,17 +50,29 @@ const char16_t* upperHalf(CodePage page)
     return page == CodePage::Windows1250 ? kWindows1250 : kWindows1252;
 }
 
+// Code points of all 256 bytes, so that a text decodes by lookup alone.
+constexpr std::array<char16_t, 256> wholeTable(const char16_t (&upper)[128])
+{
+    std::array<char16_t, 256> table{};
+    for (int b = 0; b < 0x80; ++b)
+        table[static_cast<std::size_t>(b)] = static_cast<char16_t>(b);
+    for (int b = 0x80; b < 0x100; ++b)
+        table[static_cast<std::size_t>(b)] = upper[b - 0x80];
+    return table;
+}
+constexpr std::array<char16_t, 256> kWhole1252 = wholeTable(kWindows1252);
+constexpr std::array<char16_t, 256> kWhole1250 = wholeTable(kWindows1250);
+
 } // namespace
 
 QString decodeText(QByteArrayView bytes, CodePage page)
 {
-    const char16_t* upper = upperHalf(page);
+    const char16_t* table = page == CodePage::Windows1250 ? kWhole1250.data() : kWhole1252.data();
     QString out(bytes.size(), Qt::Uninitialized);
     QChar* dst = out.data();
-    for (qsizetype i = 0; i < bytes.size(); ++i) {
-        const auto b = static_cast<unsigned char>(bytes[i]);
-        dst[i] = QChar(b < 0x80 ? char16_t(b) : upper[b - 0x80]);
-    }
+    const auto* src = reinterpret_cast<const unsigned char*>(bytes.data());
+    for (const auto* end = src + bytes.size(); src != end; ++src, ++dst)
+        *dst = QChar(table[*src]);
     return out;
 }
 

@@ -34,14 +34,23 @@ struct SequentialFiles::File
     // The next byte, or -1 at the end of the file.
     int peek()
     {
-        if (next >= buffer.size()) {
-            bufferStart += buffer.size();
-            buffer = handle.read(ChunkSize);
-            next = 0;
-            if (buffer.isEmpty())
-                return -1;
-        }
+        if (next >= buffer.size() && !refill())
+            return -1;
         return static_cast<unsigned char>(buffer[next]);
+    }
+    // The next block into the buffer, which keeps its memory: a block, or
+    // what is left of the file when that is less (a device without a size
+    // gets whole blocks). False at the end.
+    bool refill()
+    {
+        bufferStart += buffer.size();
+        next = 0;
+        const qint64 left = handle.isSequential() ? ChunkSize : handle.size() - handle.pos();
+        const qint64 want = std::clamp<qint64>(left, 1, ChunkSize);
+        buffer.resize(want);
+        const qint64 got = handle.read(buffer.data(), want);
+        buffer.resize(std::max<qint64>(got, 0));
+        return !buffer.isEmpty();
     }
     // Consumes the bytes up to the first one that `isStop` accepts, or to the
     // end of the file, and gives them decoded; the stop byte stays unread. A
@@ -129,7 +138,8 @@ void SequentialFiles::open(Int16 fileNo, const QString& path, Mode mode, CodePag
     if (mode == Mode::Input) {
         if (!info.exists())
             raiseRuntimeError(err::FileNotFound, path);
-        if (info.isDir() || !f->handle.open(QIODevice::ReadOnly))
+        // Reads go straight into the file's own buffer.
+        if (info.isDir() || !f->handle.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
             raiseRuntimeError(err::PathFileAccessError, path);
     } else {
         if (!info.absoluteDir().exists())
@@ -235,7 +245,7 @@ void SequentialFiles::seek(Int16 fileNo, qint64 position)
     if (position < 1)
         raiseRuntimeError(err::BadRecordNumber, f.handle.fileName());
     f.handle.seek(position - 1);
-    f.buffer.clear();
+    f.buffer.resize(0);
     f.next = 0;
     f.bufferStart = position - 1;
 }
