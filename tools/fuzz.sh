@@ -24,9 +24,11 @@ CC=clang CXX=clang++ cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=RelWithD
   -DQUENBY_MODEL_ONLY=ON -DQUENBY_FUZZ=ON -DQUENBY_BENCHMARKS=OFF >/dev/null
 build=$(cd "$build" && pwd)
 
+# The targets and the makers of seeds, as tests/fuzz/seeds.txt lists them.
 targets=()
-while read -r name _; do
-  case "$name" in fuzz_*) targets+=("$name") ;; esac
+while read -r name arrow maker _; do
+  case "$name" in fuzz_*) targets+=("$name") ;; *) continue ;; esac
+  [ "$arrow" = "<-" ] && targets+=("$maker")
 done <tests/fuzz/seeds.txt
 cmake --build "$build" -j "$jobs" --target "${targets[@]}"
 
@@ -41,12 +43,24 @@ while read -r name patterns; do
   case "$name" in fuzz_*) ;; *) continue ;; esac
   corpus="$corpora/$name"
   mkdir -p "$corpus"
-  for pattern in $patterns; do
+  maker=""
+  set -- $patterns
+  if [ "${1:-}" = "<-" ]; then
+    maker=$2
+    shift 2
+  fi
+  files=()
+  for pattern in "$@"; do
     # Globs from the root of the source tree.
     for seed in "$root"/$pattern; do
-      [ -f "$seed" ] && cp "$seed" "$corpus/"
+      [ -f "$seed" ] && files+=("$seed")
     done
   done
+  if [ -n "$maker" ]; then
+    "$build/tests/fuzz/$maker" "$corpus" "${files[@]}" >/dev/null
+  else
+    cp "${files[@]}" "$corpus/"
+  fi
   log="$findings/$name.log"
   status=0
   (cd "$findings" && "$build/tests/fuzz/$name" "$corpus" \

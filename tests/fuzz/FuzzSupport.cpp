@@ -15,16 +15,38 @@ QByteArray inputBytes(const std::uint8_t* data, std::size_t size)
                                    static_cast<qsizetype>(size));
 }
 
+namespace {
+QString settingName(const QString& application, const QString& section, const QString& key)
+{
+    return application + u'\\' + section + u'\\' + key;
+}
+} // namespace
+
+QString MemorySettings::GetSetting(const QString& application, const QString& section,
+                                   const QString& key, const QString& fallback)
+{
+    const auto it = m_values.find(settingName(application, section, key));
+    return it == m_values.end() ? fallback : it->second;
+}
+
+void MemorySettings::SaveSetting(const QString& application, const QString& section,
+                                 const QString& key, const QString& value)
+{
+    m_values[settingName(application, section, key)] = value;
+}
+
 Scratch::Scratch()
 {
     // Without its folder the target tests nothing: stop at once.
     if (!m_dir.isValid())
         std::abort();
     setAppPathOverride(m_dir.path());
+    setSettingsStore(&m_settings);
 }
 
 Scratch::~Scratch()
 {
+    setSettingsStore(nullptr);
     setAppPathOverride(QString());
 }
 

@@ -1,10 +1,12 @@
 // What every fuzz target shares: a scratch folder made for one input and
-// removed after it, with the program's own folder pointed at it, and the run
-// of one road that lets the system's run-time failure end it. Any other
-// exception, a crash or a sanitizer report is a finding.
+// removed after it, with the program's own folder pointed at it and a
+// settings store of its own, and the run of one road that lets the system's
+// run-time failure end it. Any other exception, a crash or a sanitizer report
+// is a finding.
 #pragma once
 
 #include "shell/model/RuntimeError.h"
+#include "shell/model/SettingsStore.h"
 #include "tools/ToolSessions.h"
 
 #include <QByteArray>
@@ -13,13 +15,28 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <map>
 
 namespace quenby::fuzz {
 
 // The input as bytes, without a copy.
 QByteArray inputBytes(const std::uint8_t* data, std::size_t size);
 
-// A fresh folder for one input. While it lives, AppPath() is this folder.
+// Settings held in memory, so that no input reads or writes the user's.
+class MemorySettings final : public SettingsStore
+{
+public:
+    QString GetSetting(const QString& application, const QString& section, const QString& key,
+                       const QString& fallback = {}) override;
+    void SaveSetting(const QString& application, const QString& section, const QString& key,
+                     const QString& value) override;
+
+private:
+    std::map<QString, QString> m_values; // by application, section and key
+};
+
+// A fresh folder for one input. While it lives, AppPath() is this folder and
+// the settings store is an empty one in memory.
 class Scratch
 {
 public:
@@ -38,11 +55,11 @@ public:
 
 private:
     QTemporaryDir m_dir;
+    MemorySettings m_settings;
 };
 
 // Runs `road`; a RuntimeError ends it as the program would end.
-template <class Road>
-void runRoad(Road&& road)
+template <class Road> void runRoad(Road&& road)
 {
     try {
         road();
