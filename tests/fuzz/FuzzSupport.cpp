@@ -3,6 +3,7 @@
 #include "shell/model/AppState.h"
 #include "shell/model/Platform.h"
 
+#include <QDir>
 #include <QFile>
 
 #include <cstdlib>
@@ -35,7 +36,7 @@ void MemorySettings::SaveSetting(const QString& application, const QString& sect
     m_values[settingName(application, section, key)] = value;
 }
 
-Scratch::Scratch()
+Scratch::Scratch() : m_currentFolder(QDir::currentPath())
 {
     // Without its folder the target tests nothing: stop at once.
     if (!m_dir.isValid())
@@ -48,6 +49,7 @@ Scratch::~Scratch()
 {
     setSettingsStore(nullptr);
     setAppPathOverride(QString());
+    QDir::setCurrent(m_currentFolder);
 }
 
 QString Scratch::write(const QString& name, const QByteArray& bytes) const

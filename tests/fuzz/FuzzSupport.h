@@ -36,7 +36,8 @@ private:
 };
 
 // A fresh folder for one input. While it lives, AppPath() is this folder and
-// the settings store is an empty one in memory.
+// the settings store is an empty one in memory. The current folder, which the
+// folder tests of the file makers move, is put back at its end.
 class Scratch
 {
 public:
@@ -54,6 +55,7 @@ public:
     void useShippedLanguage(const QString& name) const;
 
 private:
+    QString m_currentFolder;
     QTemporaryDir m_dir;
     MemorySettings m_settings;
 };
