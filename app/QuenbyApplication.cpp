@@ -1,7 +1,7 @@
 #include "app/QuenbyApplication.h"
 
-#include "shell/model/Version.h"
 #include "shell/model/FatalError.h"
+#include "shell/model/Version.h"
 
 #include <new>
 

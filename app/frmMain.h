@@ -2,9 +2,9 @@
 // main window state of the model; its load step runs the start-up sequence.
 #pragma once
 
-#include "shell/model/MainWindowView.h"
 #include "localisation/model/LanguageLookup.h"
 #include "localisation/ui/WindowTexts.h"
+#include "shell/model/MainWindowView.h"
 #include "shell/ui/MainWindowOwner.h"
 
 #include <QMainWindow>
@@ -23,10 +23,10 @@ class QMenu;
 namespace quenby {
 
 class frmMain final : public QMainWindow,
-                     public WindowTextReceiver,
-                     public MainWindowOwner,
-                     public LanguageWindows,
-                     public MainWindowView
+                      public WindowTextReceiver,
+                      public MainWindowOwner,
+                      public LanguageWindows,
+                      public MainWindowView
 {
     Q_OBJECT
 
@@ -40,7 +40,10 @@ public:
     // Copies the model's state into the controls.
     void mirrorState();
 
-    QCheckBox* chkKneeType(int index) const { return m_chkKneeType.at(static_cast<std::size_t>(index)); }
+    QCheckBox* chkKneeType(int index) const
+    {
+        return m_chkKneeType.at(static_cast<std::size_t>(index));
+    }
     QLabel* stBar1Panel1() const { return m_panel1; }
     QMenu* mnLangue() const { return m_mnLangue; }
     // The menu entry of that name; for a sub-menu, the entry that opens it.
@@ -65,8 +68,7 @@ public:
 
     // Puts `window` in force as the view its model asks for, for the rest of
     // the run.
-    template <class View>
-    void installView(View& window)
+    template <class View> void installView(View& window)
     {
         m_installedViews.push_back(std::make_shared<Installed<View>>(window));
     }

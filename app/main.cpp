@@ -1,8 +1,8 @@
-#include "shell/model/FatalError.h"
-#include "shell/ui/QtServices.h"
 #include "app/QuenbyApplication.h"
 #include "app/Sessions.h"
 #include "app/frmMain.h"
+#include "shell/model/FatalError.h"
+#include "shell/ui/QtServices.h"
 #include "upload/platform/QtSerialPortDevice.h"
 
 int main(int argc, char** argv)

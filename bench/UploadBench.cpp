@@ -153,8 +153,9 @@ void report(const QString& scenario, const sim::Instrument& instrument, const Up
     for (std::size_t i = 0; i < run.files.size(); ++i) {
         const FileRun& f = run.files[i];
         std::printf("  %-6zu %10lld %9.0f ms %8d %11d ms %9lld ms\n", i + 1,
-                    static_cast<long long>(f.wireBytes), f.wireBytes * BitsPerByte / BaudRate * 1000.0,
-                    f.ticks, f.ticks * 100, static_cast<long long>(f.elapsedMs));
+                    static_cast<long long>(f.wireBytes),
+                    f.wireBytes * BitsPerByte / BaudRate * 1000.0, f.ticks, f.ticks * 100,
+                    static_cast<long long>(f.elapsedMs));
     }
     std::printf("  Get Files to the end state: %d ticks, schedule %d ms, measured %lld ms\n",
                 run.ticksToEnd, run.ticksToEnd * 100, static_cast<long long>(run.elapsedMs));

@@ -8,8 +8,8 @@
 #include "shell/model/SequentialFiles.h"
 #include "shell/model/Services.h"
 #include "shell/model/SettingsStore.h"
-#include "zbl/model/ZblBasicReportView.h"
 #include "tools/ToolSessions.h"
+#include "zbl/model/ZblBasicReportView.h"
 #include "zbl/ui/frmZBLBasicReport.h"
 
 #include <QApplication>

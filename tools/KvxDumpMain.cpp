@@ -6,7 +6,6 @@
 // else en.lng beside this program, else none (the key itself is shown). A read
 // that fails prints the failure on stderr, then the record as far as it was
 // filled, and ends with status 1.
-#include "tools/ToolSessions.h"
 #include "kvx/model/KvxCondensedReportModel.h"
 #include "kvx/model/KvxRecordDump.h"
 #include "kvx/model/KvxTestFileReader.h"
@@ -15,6 +14,7 @@
 #include "shell/model/Platform.h"
 #include "shell/model/RuntimeError.h"
 #include "shell/model/SequentialFiles.h"
+#include "tools/ToolSessions.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>

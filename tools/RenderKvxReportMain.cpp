@@ -10,7 +10,6 @@
 // Texts come from the language file given, else from en.lng beside this
 // program. A read that fails prints the failure and ends with status 1; bad
 // arguments end with status 2.
-#include "tools/ToolSessions.h"
 #include "kvx/model/KneeGraph.h"
 #include "kvx/model/KvxReportView.h"
 #include "kvx/model/KvxTestFileReader.h"
@@ -20,6 +19,7 @@
 #include "shell/model/Platform.h"
 #include "shell/model/RuntimeError.h"
 #include "shell/model/SequentialFiles.h"
+#include "tools/ToolSessions.h"
 
 #include <QApplication>
 #include <QFileInfo>

@@ -8,11 +8,11 @@
 // Texts come from the language file given, else from en.lng beside this
 // program. A read that fails prints the failure and ends with status 1; bad
 // arguments end with status 2.
-#include "tools/ToolSessions.h"
 #include "shell/model/AppState.h"
 #include "shell/model/Platform.h"
 #include "shell/model/RuntimeError.h"
 #include "shell/model/Services.h"
+#include "tools/ToolSessions.h"
 #include "zbl/model/VGraph.h"
 #include "zbl/model/ZblBasicReportView.h"
 #include "zbl/ui/frmZBLBasicReport.h"

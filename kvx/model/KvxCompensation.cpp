@@ -1,8 +1,8 @@
 #include "kvx/model/KvxCompensation.h"
 
-#include "kvx/model/KvxReportWindow.h"
 #include "kvx/model/KvxCondensedReportModel.h"
 #include "kvx/model/KvxReportView.h"
+#include "kvx/model/KvxReportWindow.h"
 #include "kvx/model/KvxTestRecord.h"
 #include "localisation/model/LanguageLookup.h"
 #include "localisation/model/Vocabulary.h"

@@ -2,8 +2,8 @@
 
 #include "kvx/model/KneeGraph.h"
 #include "kvx/model/KvxCondensedReportModel.h"
-#include "kvx/model/KvxTestFileReader.h"
 #include "kvx/model/KvxReportWindow.h"
+#include "kvx/model/KvxTestFileReader.h"
 #include "kvx/model/KvxTestRecord.h"
 #include "localisation/model/LanguageLookup.h"
 #include "report/model/TemperatureCompensation.h"
@@ -120,7 +120,6 @@ void kneeCommand(const char* standard)
 }
 
 } // namespace
-
 
 void FillKvxReportHeader()
 {

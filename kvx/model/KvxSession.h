@@ -12,10 +12,10 @@ namespace quenby {
 
 struct KvxSession
 {
-    KvxTestRecord record;             // the test as read from its file
-    KvxCondensedReportModel report;   // frmKVXCondensedReport's cells and controls
-    KneeGraph graph;                  // the report's excitation graph
-    TestExcelChart testExcelChart;    // frmTestExcelChart, the development aid
+    KvxTestRecord record;           // the test as read from its file
+    KvxCondensedReportModel report; // frmKVXCondensedReport's cells and controls
+    KneeGraph graph;                // the report's excitation graph
+    TestExcelChart testExcelChart;  // frmTestExcelChart, the development aid
 
     // Every field back to its first value.
     void reset() { *this = KvxSession{}; }

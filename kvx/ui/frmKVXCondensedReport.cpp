@@ -1,9 +1,9 @@
 #include "kvx/ui/frmKVXCondensedReport.h"
 
 #include "kvx/model/KneeGraph.h"
+#include "kvx/model/KvxCompensation.h"
 #include "kvx/model/KvxCondensedReportModel.h"
 #include "kvx/model/KvxReportView.h"
-#include "kvx/model/KvxCompensation.h"
 #include "shell/model/ProgressAbout.h"
 #include "shell/model/RuntimeError.h"
 
@@ -15,10 +15,10 @@
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QPixmap>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPixmap>
 #include <QScrollBar>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
@@ -661,7 +661,8 @@ void frmKVXCondensedReport::loadLogo(const QString& path, double /*left*/, doubl
     // imgLogo already stands where the page's design puts the logo.
     const QPixmap logo(path);
     if (!logo.isNull())
-        m_logo->setPixmap(logo.scaled(m_logo->size(), Qt::KeepAspectRatio, Qt::SmoothTransformation));
+        m_logo->setPixmap(
+            logo.scaled(m_logo->size(), Qt::KeepAspectRatio, Qt::SmoothTransformation));
 }
 
 void frmKVXCondensedReport::loadModel()

@@ -16,9 +16,9 @@
 #pragma once
 
 #include "kvx/model/KvxReportWindow.h"
-#include "shell/ui/MainWindowOwner.h"
 #include "kvx/ui/KvxKneeChart.h"
 #include "localisation/ui/WindowTexts.h"
+#include "shell/ui/MainWindowOwner.h"
 
 #include "report/ui/ReportWindow.h"
 
@@ -70,7 +70,6 @@ public:
 
     // The one instance, made on first touch; closing only hides it.
     static frmKVXCondensedReport& instance();
-
 
     // Puts the language texts on the window. The column heads, the knee
     // caption, the compensation list and the axis captions are cells of the

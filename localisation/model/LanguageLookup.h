@@ -8,7 +8,6 @@
 #include <QString>
 #include <QStringList>
 
-
 namespace quenby {
 
 // The text of a key in the current language; the key itself when no file has

@@ -1,7 +1,7 @@
 #include "report/ui/frmCompensedResistanceSetting.h"
 
-#include "report/model/TemperatureCompensation.h"
 #include "localisation/ui/WindowTexts.h"
+#include "report/model/TemperatureCompensation.h"
 
 #include <QApplication>
 #include <QCloseEvent>

@@ -28,15 +28,39 @@ template <typename T> T narrow(long long wide)
 }
 } // namespace
 
-Int16 toInt16(double value) { return toChecked<Int16>(value); }
-Int32 toInt32(double value) { return toChecked<Int32>(value); }
+Int16 toInt16(double value)
+{
+    return toChecked<Int16>(value);
+}
+Int32 toInt32(double value)
+{
+    return toChecked<Int32>(value);
+}
 
-Int16 add16(Int16 a, Int16 b) { return narrow<Int16>(static_cast<long long>(a) + b); }
-Int16 sub16(Int16 a, Int16 b) { return narrow<Int16>(static_cast<long long>(a) - b); }
-Int16 mul16(Int16 a, Int16 b) { return narrow<Int16>(static_cast<long long>(a) * b); }
-Int32 add32(Int32 a, Int32 b) { return narrow<Int32>(static_cast<long long>(a) + b); }
-Int32 sub32(Int32 a, Int32 b) { return narrow<Int32>(static_cast<long long>(a) - b); }
-Int32 mul32(Int32 a, Int32 b) { return narrow<Int32>(static_cast<long long>(a) * b); }
+Int16 add16(Int16 a, Int16 b)
+{
+    return narrow<Int16>(static_cast<long long>(a) + b);
+}
+Int16 sub16(Int16 a, Int16 b)
+{
+    return narrow<Int16>(static_cast<long long>(a) - b);
+}
+Int16 mul16(Int16 a, Int16 b)
+{
+    return narrow<Int16>(static_cast<long long>(a) * b);
+}
+Int32 add32(Int32 a, Int32 b)
+{
+    return narrow<Int32>(static_cast<long long>(a) + b);
+}
+Int32 sub32(Int32 a, Int32 b)
+{
+    return narrow<Int32>(static_cast<long long>(a) - b);
+}
+Int32 mul32(Int32 a, Int32 b)
+{
+    return narrow<Int32>(static_cast<long long>(a) * b);
+}
 
 double divide(double a, double b)
 {

@@ -17,7 +17,10 @@ using Bool16 = std::int16_t;
 inline constexpr Bool16 True16 = -1;
 inline constexpr Bool16 False16 = 0;
 
-inline constexpr Bool16 toBool16(bool b) { return b ? True16 : False16; }
+inline constexpr Bool16 toBool16(bool b)
+{
+    return b ? True16 : False16;
+}
 
 // A double to a 16-bit or 32-bit integer, halves to even; out of range, or
 // not a number, raises Overflow.

@@ -34,8 +34,8 @@ void makeDirectory(QString path)
 
 QString askForRoot()
 {
-    return BrowseForFolder(generalSettingView().folderPickerOwner(), QString(), SelectFolderTitle, False16,
-                           True16);
+    return BrowseForFolder(generalSettingView().folderPickerOwner(), QString(), SelectFolderTitle,
+                           False16, True16);
 }
 
 } // namespace
@@ -118,7 +118,8 @@ void GeneralSettingModel::btChangeKVXFilePath_Click()
             // the file system reads it as one.
             if (IsDirectory(root + sep + "KVX" + sep) == False16) {
                 makeDirectory(root + sep + "KVX" + sep);
-                makeDirectory(dataFilesFolder(root, "KVX" + sep) + sep); // the doubled separator is kept
+                makeDirectory(dataFilesFolder(root, "KVX" + sep) +
+                              sep); // the doubled separator is kept
             }
             saveSetting(SectionUserFileTransfert, "KVX", root);
             setTxtCurrentKVXFilesPath(
@@ -203,7 +204,8 @@ void CheckIfDirectoryExist()
         }
         if (IsDirectory(root + sep + "KVX" + sep) == False16) {
             makeDirectory(root + sep + "KVX" + sep);
-            makeDirectory(dataFilesFolder(root, "KVX" + sep) + sep); // the doubled separator is kept
+            makeDirectory(dataFilesFolder(root, "KVX" + sep) +
+                          sep); // the doubled separator is kept
         }
         saveSetting(SectionUserFileTransfert, "KVX", root);
         saveSetting(SectionUserFileTransfert, "ZBL", root);

@@ -6,7 +6,8 @@ namespace quenby {
 
 QString fatalErrorMessage(const RuntimeError& error, const QString& command)
 {
-    QString text = QStringLiteral("Run-time error '%1':\n\n%2").arg(error.number()).arg(error.text());
+    QString text =
+        QStringLiteral("Run-time error '%1':\n\n%2").arg(error.number()).arg(error.text());
     if (!error.detail().isEmpty() || !error.where().isEmpty() || !command.isEmpty())
         text += QStringLiteral("\n");
     if (!error.detail().isEmpty())

@@ -2,8 +2,8 @@
 
 #include "shell/model/RuntimeError.h"
 
-#include <charconv>
 #include <cctype>
+#include <charconv>
 #include <cmath>
 #include <string>
 #include <system_error>
@@ -87,8 +87,8 @@ Digits decimalDigits(double value, int significant)
         return d;
     }
     char buf[64];
-    const auto written =
-        std::to_chars(buf, buf + sizeof buf, std::fabs(value), std::chars_format::scientific, significant - 1);
+    const auto written = std::to_chars(buf, buf + sizeof buf, std::fabs(value),
+                                       std::chars_format::scientific, significant - 1);
     const std::string s(buf, written.ptr);
     const auto e = s.find('e');
     for (std::size_t i = 0; i < e; ++i)
@@ -245,7 +245,8 @@ double leadingNumber(QStringView text)
     }
     if (mantissa == 0)
         return 0.0;
-    if (i < clean.size() && (clean[i] == 'e' || clean[i] == 'E' || clean[i] == 'd' || clean[i] == 'D')) {
+    if (i < clean.size() &&
+        (clean[i] == 'e' || clean[i] == 'E' || clean[i] == 'd' || clean[i] == 'D')) {
         std::size_t j = i + 1;
         std::string exp = "e";
         if (j < clean.size() && (clean[j] == '+' || clean[j] == '-'))

@@ -8,7 +8,6 @@
 
 namespace quenby {
 
-
 bool isWindowsPlatform()
 {
 #ifdef Q_OS_WIN

@@ -9,9 +9,9 @@
 // centring are defined.
 #pragma once
 
-#include "shell/model/Twips.h"
 #include "shell/model/Checked.h"
 #include "shell/model/Dynamic.h"
+#include "shell/model/Twips.h"
 
 #include <QString>
 
@@ -30,7 +30,6 @@ QString nextDotText(const QString& current);
 QString tmrProgressStep(const QString& lbPointText);
 
 // ---- Window geometry, in twips ----
-
 
 struct TwipsRect
 {

@@ -28,7 +28,7 @@ struct SequentialFiles::File
     Mode mode = Mode::Input;
     CodePage page = CodePage::Windows1252;
     QByteArray buffer;
-    qsizetype next = 0;    // index of the next unread byte in buffer
+    qsizetype next = 0;     // index of the next unread byte in buffer
     qint64 bufferStart = 0; // file offset of buffer[0]
 
     // The next byte, or -1 at the end of the file.
@@ -55,8 +55,7 @@ struct SequentialFiles::File
     // Consumes the bytes up to the first one that `isStop` accepts, or to the
     // end of the file, and gives them decoded; the stop byte stays unread. A
     // run that lies inside the block is decoded straight from it.
-    template <class IsStop>
-    QString takeUntil(IsStop isStop)
+    template <class IsStop> QString takeUntil(IsStop isStop)
     {
         QByteArray carried; // the part of a run that lay in earlier blocks
         while (peek() >= 0) {
@@ -74,8 +73,7 @@ struct SequentialFiles::File
     }
     // Consumes the bytes up to the first one that `isStop` accepts, or to the
     // end of the file; the stop byte stays unread.
-    template <class IsStop>
-    void skipUntil(IsStop isStop)
+    template <class IsStop> void skipUntil(IsStop isStop)
     {
         while (peek() >= 0) {
             const char* begin = buffer.constData() + next;

@@ -40,8 +40,7 @@ public:
 
     // The lowest number not in use.
     Int16 freeFile() const;
-    void open(Int16 fileNo, const QString& path, Mode mode,
-              CodePage page = CodePage::Windows1252);
+    void open(Int16 fileNo, const QString& path, Mode mode, CodePage page = CodePage::Windows1252);
     // Closing a number that is not open does nothing.
     void close(Int16 fileNo);
     void closeAll();

@@ -29,7 +29,7 @@ MsgAnswer showMessage(const QString& text, MsgButtons buttons, MsgIcon icon, con
     if (!services().messages) {
         std::fprintf(stderr, "%s\n", text.toLocal8Bit().constData());
         return buttons == MsgButtons::Ok || buttons == MsgButtons::OkCancel ? MsgAnswer::Ok
-                                                                             : MsgAnswer::Yes;
+                                                                            : MsgAnswer::Yes;
     }
     return services().messages->show(text, buttons, icon, title);
 }

@@ -96,14 +96,14 @@ private:
 // fresh ones). A service left empty has the behaviour its accessor names.
 struct Services
 {
-    MessageService* messages = nullptr;   // none: the text goes to the error output
+    MessageService* messages = nullptr; // none: the text goes to the error output
     FolderDialogService* folders = nullptr;
-    FileDialogService* files = nullptr;   // none: every dialog counts as cancelled
-    ProgramControl* program = nullptr;    // none: plain process exit
-    ClockService* clock = nullptr;        // none: systemClock
-    SettingsStore* settings = nullptr;    // none: userSettings
-    std::function<void()> yield;          // letting the system breathe; none: nothing
-    QString appPathOverride;              // "" : the program's own folder
+    FileDialogService* files = nullptr; // none: every dialog counts as cancelled
+    ProgramControl* program = nullptr;  // none: plain process exit
+    ClockService* clock = nullptr;      // none: systemClock
+    SettingsStore* settings = nullptr;  // none: userSettings
+    std::function<void()> yield;        // letting the system breathe; none: nothing
+    QString appPathOverride;            // "" : the program's own folder
 
     SystemClock systemClock;
     QtSettingsStore userSettings;

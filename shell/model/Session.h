@@ -17,14 +17,12 @@
 
 namespace quenby {
 
-template <class S>
-class Installed;
+template <class S> class Installed;
 
 // Where the object of type S in force is found. Asking when none is
 // installed is a fault of the program (or of a test that forgot to make one),
 // never silently a fresh object.
-template <class S>
-class Slot
+template <class S> class Slot
 {
 public:
     static S& current()
@@ -42,12 +40,10 @@ private:
 
 // Puts `session` in force for the lifetime of this object, and the one that
 // was in force before back afterwards.
-template <class S>
-class Installed
+template <class S> class Installed
 {
 public:
-    explicit Installed(S& session)
-        : m_previous(Slot<S>::s_current)
+    explicit Installed(S& session) : m_previous(Slot<S>::s_current)
     {
         Slot<S>::s_current = &session;
     }
@@ -61,14 +57,10 @@ private:
 
 // A session object and its installation in one: what the application holds
 // for each session, and what a test makes fresh.
-template <class S>
-class OwnedSession
+template <class S> class OwnedSession
 {
 public:
-    OwnedSession()
-        : m_installed(m_session)
-    {
-    }
+    OwnedSession() : m_installed(m_session) {}
     S& operator*() { return m_session; }
     S* operator->() { return &m_session; }
     S& get() { return m_session; }

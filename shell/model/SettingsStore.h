@@ -22,8 +22,8 @@ public:
     virtual ~SettingsStore() = default;
     virtual QString GetSetting(const QString& application, const QString& section,
                                const QString& key, const QString& fallback = {}) = 0;
-    virtual void SaveSetting(const QString& application, const QString& section,
-                             const QString& key, const QString& value) = 0;
+    virtual void SaveSetting(const QString& application, const QString& section, const QString& key,
+                             const QString& value) = 0;
 };
 
 class QtSettingsStore final : public SettingsStore

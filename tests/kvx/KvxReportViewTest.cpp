@@ -8,10 +8,10 @@
 #include "kvx/model/KvxTestFileReader.h"
 #include "localisation/model/LanguageLookup.h"
 #include "shell/model/AppState.h"
+#include "shell/model/MainWindowState.h"
 #include "shell/model/RuntimeError.h"
 #include "shell/model/YieldHook.h"
 #include "tests/kvx/KvxTestSupport.h"
-#include "shell/model/MainWindowState.h"
 #include "tests/support/ScriptedCompensation.h"
 #include "tests/support/ScriptedViews.h"
 #include "tests/support/TestFiles.h"
@@ -512,7 +512,8 @@ TEST_F(kvxReport, TheRefillHidesTheReportUnderTheBusyWindowAndShowsItAgain)
     open(fileWith({rowOf(1, "X1-X2")}));
     report().shown = true;
     mnKneeIEEE45_Click();
-    const std::vector<QString> expected = {QStringLiteral("status ") + MainStatusKeys::ProcessProgress,
+    const std::vector<QString> expected = {QStringLiteral("status ") +
+                                               MainStatusKeys::ProcessProgress,
                                            "hideReport",
                                            "showProgress",
                                            "hideProgress",

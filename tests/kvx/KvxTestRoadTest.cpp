@@ -9,9 +9,9 @@
 #include "shell/model/DataFolders.h"
 #include "shell/model/MainWindowState.h"
 #include "shell/model/SequentialFiles.h"
-#include "tests/support/ScriptedViews.h"
 #include "tests/kvx/KvxTestSupport.h"
 #include "tests/support/ScriptedServices.h"
+#include "tests/support/ScriptedViews.h"
 #include "tests/support/TestFiles.h"
 
 #include <gtest/gtest.h>
@@ -31,7 +31,9 @@ protected:
         appState().KneeStandard.clear();
         windows.main.onHideReports = [this] { log << "hide reports"; };
         windows.kvx.onFillTexts = [this] { log << "report texts"; };
-        windows.main.onProgress = [this](bool show) { log << (show ? "progress on" : "progress off"); };
+        windows.main.onProgress = [this](bool show) {
+            log << (show ? "progress on" : "progress off");
+        };
         windows.kvx.onBringUp = [this] { log << "report up"; };
         windows.main.onWait = [this] {
             ++turns;

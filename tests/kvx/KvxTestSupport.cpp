@@ -7,11 +7,10 @@
 #include "shell/model/RuntimeError.h"
 #include "shell/model/SequentialFiles.h"
 #include "shell/model/YieldHook.h"
-#include "tests/support/TestFiles.h"
 #include "tests/support/Failure.h"
+#include "tests/support/TestFiles.h"
 
 namespace quenby::testing {
-
 
 samples::KvxSampleFile smallSample()
 {

@@ -3,12 +3,12 @@
 // helpers that open and read a KVX test file the way the open command does.
 #pragma once
 
-#include "kvx/model/KvxTestRecord.h"
 #include "kvx/model/KvxSession.h"
+#include "kvx/model/KvxTestRecord.h"
 #include "shell/model/Checked.h"
+#include "tests/support/Failure.h"
 #include "tests/support/FreshSessions.h"
 #include "tools/kvxsamples/KvxSampleWriter.h"
-#include "tests/support/Failure.h"
 
 #include <QString>
 #include <QStringList>
@@ -24,7 +24,6 @@ inline const FreshEachTest<KvxSession> freshKvxSession;
 
 // The text the test language file gives the insulation head's key.
 inline const QString InsulationHeadText = QStringLiteral("Insulation (Ohms)");
-
 
 // A small file of two taps, X1-X2 and X1-X3, with five-point curves.
 samples::KvxSampleFile smallSample();

@@ -1,5 +1,5 @@
-#include "tests/support/ScriptedLanguageWindows.h"
 #include "localisation/model/LanguageLookup.h"
+#include "tests/support/ScriptedLanguageWindows.h"
 
 #include "shell/model/AppState.h"
 #include "shell/model/CodePage.h"
@@ -7,8 +7,8 @@
 #include "shell/model/Platform.h"
 #include "shell/model/RuntimeError.h"
 #include "shell/model/SequentialFiles.h"
-#include "tests/support/TestFiles.h"
 #include "tests/support/Failure.h"
+#include "tests/support/TestFiles.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -22,7 +22,6 @@ using namespace quenby;
 using namespace quenby::testing;
 
 namespace {
-
 
 QByteArray linesIn(const QStringList& lines, CodePage page)
 {
@@ -40,6 +39,7 @@ class LanguageLookupTest : public ::testing::Test
 {
 protected:
     ScriptedLanguageWindows windows;
+
 protected:
     void SetUp() override
     {
@@ -506,9 +506,7 @@ TEST_F(LanguageLookupTest, FillRoutinesSeeTheNewLanguageWithTheMenuDisabled)
 TEST_F(LanguageLookupTest, FillingWithAMissingLanguageFileEndsInTheRunTimeError)
 {
     writeLang("en.lng", QStringList{"frmMain.Caption,Quenby"});
-    windows.fillers["FillTextsMain"] = [] {
-        GetLanguageText(QStringLiteral("frmMain.Caption"));
-    };
+    windows.fillers["FillTextsMain"] = [] { GetLanguageText(QStringLiteral("frmMain.Caption")); };
     EXPECT_EQ(failureOf([] { LoadLanguage("ENGLISH"); }), 0);
     EXPECT_EQ(failureOf([] { LoadLanguage("FRANCAIS"); }), err::FileNotFound);
 }

@@ -2,16 +2,16 @@
 // the operator's typing and buttons to it, and is shown modally by the KVX
 // report's compensation box; each modal show here is ended from a timer, as
 // an operator would end it.
+#include "app/QuenbyApplication.h"
 #include "app/Sessions.h"
-#include "app/frmMain.h"
 #include "app/Wiring.h"
+#include "app/frmMain.h"
 #include "kvx/model/KvxCondensedReportModel.h"
 #include "kvx/model/KvxTestRecord.h"
 #include "report/model/TemperatureCompensation.h"
 #include "report/ui/frmCompensedResistanceSetting.h"
 #include "shell/model/AppState.h"
 #include "shell/model/Platform.h"
-#include "app/QuenbyApplication.h"
 #include "tests/support/ScriptedCompensation.h"
 #include "tests/support/TestFiles.h"
 #include "zbl/model/ZblBasicReportModel.h"

@@ -10,7 +10,6 @@
 using namespace quenby;
 using namespace quenby::testing;
 
-
 TEST(Checked, ConversionRoundsHalvesToEven)
 {
     EXPECT_EQ(toInt16(2.5), 2);

@@ -3,16 +3,16 @@
 // boxes and the open dialog answer from scripts, the settings live in a
 // temporary store and the folders in temporary directories.
 #include "shell/model/DataFolders.h"
-#include "shell/model/Session.h"
 #include "shell/model/AppState.h"
 #include "shell/model/CommonDialog.h"
 #include "shell/model/Platform.h"
 #include "shell/model/RuntimeError.h"
 #include "shell/model/SequentialFiles.h"
+#include "shell/model/Session.h"
 #include "shell/model/SettingsStore.h"
+#include "tests/support/Failure.h"
 #include "tests/support/ScriptedServices.h"
 #include "tests/support/TestFiles.h"
-#include "tests/support/Failure.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -24,7 +24,6 @@
 #include <optional>
 #include <ostream>
 #include <vector>
-
 
 using namespace quenby;
 using namespace quenby::testing;
@@ -59,10 +58,7 @@ protected:
     class RecordingViews final : public GeneralSettingView, public LogoSelectionView
     {
     public:
-        explicit RecordingViews(std::vector<QString>& calls)
-            : m_calls(calls)
-        {
-        }
+        explicit RecordingViews(std::vector<QString>& calls) : m_calls(calls) {}
         void FillTextsGeneralSetting() override { m_calls.push_back("fill"); }
         void bringUp() override { m_calls.push_back("bringUp"); }
         void hideWindow() override { m_calls.push_back("hide"); }

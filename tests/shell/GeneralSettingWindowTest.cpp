@@ -1,8 +1,10 @@
 // The general settings window, offscreen: its controls, its texts from the
 // language, the mirror of the model, the modal show over the main window and
 // its buttons; and the reopen of the KVX file after a real language change.
+#include "app/QuenbyApplication.h"
 #include "app/Sessions.h"
 #include "app/Wiring.h"
+#include "app/frmMain.h"
 #include "localisation/model/LanguageLookup.h"
 #include "shell/model/AppState.h"
 #include "shell/model/CommonDialog.h"
@@ -10,9 +12,7 @@
 #include "shell/model/Platform.h"
 #include "shell/model/SequentialFiles.h"
 #include "shell/model/SettingsStore.h"
-#include "app/QuenbyApplication.h"
 #include "shell/ui/frmGeneralSetting.h"
-#include "app/frmMain.h"
 #include "tests/support/ScriptedServices.h"
 #include "tests/support/TestFiles.h"
 

@@ -1,14 +1,14 @@
 // The main window and the top-level failure handler, offscreen.
+#include "app/QuenbyApplication.h"
 #include "app/Sessions.h"
 #include "app/Wiring.h"
+#include "app/frmMain.h"
+#include "app/model/StartUp.h"
 #include "shell/model/AppState.h"
 #include "shell/model/CommonDialog.h"
 #include "shell/model/FatalError.h"
-#include "app/model/StartUp.h"
 #include "shell/model/Platform.h"
 #include "shell/model/SettingsStore.h"
-#include "app/QuenbyApplication.h"
-#include "app/frmMain.h"
 #include "tests/support/ScriptedServices.h"
 #include "tests/support/TestFiles.h"
 
@@ -83,8 +83,7 @@ private Q_SLOTS:
             }
         });
         QFile::remove(programDir.filePath("en.lng"));
-        writeLang("en.lng", {"frmMain.Caption,Quenby",
-                             "frmMain.mnLangue.Caption,Language",
+        writeLang("en.lng", {"frmMain.Caption,Quenby", "frmMain.mnLangue.Caption,Language",
                              "frmMain.stBar1.Panels.Text.Welcome,Welcome to Quenby "});
         CommonDialog1() = CommonDialogState{};
         appState().LangFilePath.clear();

@@ -189,8 +189,7 @@ namespace {
 class ProcessLocale
 {
 public:
-    explicit ProcessLocale(const char* name)
-        : m_before(std::setlocale(LC_ALL, nullptr))
+    explicit ProcessLocale(const char* name) : m_before(std::setlocale(LC_ALL, nullptr))
     {
         m_set = std::setlocale(LC_ALL, name) != nullptr;
     }

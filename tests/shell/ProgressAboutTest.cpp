@@ -16,7 +16,6 @@ using namespace quenby::testing;
 
 namespace {
 
-
 // Keeps the shared busy flag as a test found it.
 class ProcessFlag : public ::testing::Test
 {

@@ -1,14 +1,14 @@
 // The busy window and the About window, offscreen.
+#include "app/QuenbyApplication.h"
 #include "app/Sessions.h"
 #include "app/Wiring.h"
+#include "app/frmMain.h"
 #include "shell/model/AppState.h"
 #include "shell/model/Platform.h"
 #include "shell/model/ProgressAbout.h"
 #include "shell/model/RuntimeError.h"
 #include "shell/ui/AppIcon.h"
-#include "app/QuenbyApplication.h"
 #include "shell/ui/frmAbout.h"
-#include "app/frmMain.h"
 #include "shell/ui/frmProcessProgress.h"
 #include "tests/support/TestFiles.h"
 

@@ -1,5 +1,5 @@
-#include "shell/model/RuntimeError.h"
 #include "shell/model/SequentialFiles.h"
+#include "shell/model/RuntimeError.h"
 #include "shell/model/Session.h"
 #include "shell/model/ShellSession.h"
 #include "tests/support/TestFiles.h"
@@ -86,8 +86,8 @@ TEST_F(SequentialFilesTest, DelimitedItems)
     EXPECT_EQ(files.input(no), "c");
     EXPECT_EQ(files.input(no), "q,1"); // quotes protect the comma; " x" is dropped
     EXPECT_EQ(files.input(no), "last");
-    EXPECT_EQ(files.input(no), "");    // an empty line is an empty item
-    EXPECT_EQ(files.input(no), "");    // a line of blanks too
+    EXPECT_EQ(files.input(no), ""); // an empty line is an empty item
+    EXPECT_EQ(files.input(no), ""); // a line of blanks too
     EXPECT_EQ(files.input(no), "end");
     EXPECT_TRUE(files.eof(no));
 }
@@ -226,7 +226,8 @@ TEST_F(SequentialFilesTest, OpenFailures)
               }),
               err::FileNotFound);
     EXPECT_EQ(failureOf([&] {
-                  files.open(1, dir.filePath("no/such/folder/x.txt"), SequentialFiles::Mode::Output);
+                  files.open(1, dir.filePath("no/such/folder/x.txt"),
+                             SequentialFiles::Mode::Output);
               }),
               err::PathNotFound);
     EXPECT_EQ(failureOf([&] { files.open(1, dir.path(), SequentialFiles::Mode::Input); }),

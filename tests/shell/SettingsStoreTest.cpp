@@ -35,8 +35,9 @@ TEST(SettingsStore, OneIniFilePerApplicationName)
 TEST(SettingsStore, ReadsAHandWrittenIni)
 {
     QTemporaryDir dir;
-    writeBytes(dir.path() + "/Quenby.ini",
-               "[FileTransfert]\r\nKVX=C:\\\\Tests\\\\KVX\\\\\r\n[UserFileTransfert]\r\nZBL=/srv/a,b\r\n");
+    writeBytes(
+        dir.path() + "/Quenby.ini",
+        "[FileTransfert]\r\nKVX=C:\\\\Tests\\\\KVX\\\\\r\n[UserFileTransfert]\r\nZBL=/srv/a,b\r\n");
     QtSettingsStore store(dir.path());
     EXPECT_EQ(store.GetSetting("Quenby", "FileTransfert", "KVX"), "C:\\Tests\\KVX\\");
     EXPECT_EQ(store.GetSetting("Quenby", "UserFileTransfert", "ZBL"), "/srv/a,b");

@@ -1,13 +1,13 @@
 // The main window's load step, run on the model with scripted dialogs, a
 // temporary settings store and a temporary program folder.
-#include "tests/support/ScriptedLanguageWindows.h"
+#include "app/model/StartUp.h"
 #include "localisation/model/LanguageLookup.h"
 #include "shell/model/AppState.h"
 #include "shell/model/CommonDialog.h"
 #include "shell/model/FatalError.h"
-#include "app/model/StartUp.h"
 #include "shell/model/Platform.h"
 #include "shell/model/SettingsStore.h"
+#include "tests/support/ScriptedLanguageWindows.h"
 #include "tests/support/ScriptedServices.h"
 #include "tests/support/TestFiles.h"
 
@@ -35,10 +35,7 @@ protected:
     {
         writeBytes(programDir.filePath(name), crlfLines(lines));
     }
-    QString inProgramDir(const QString& name) const
-    {
-        return programDir.path() + pathSep() + name;
-    }
+    QString inProgramDir(const QString& name) const { return programDir.path() + pathSep() + name; }
 
     QTemporaryDir programDir;
     QTemporaryDir storeDir;
@@ -170,7 +167,8 @@ TEST(FatalError, MessageNamesTheErrorTheFileAndTheCommand)
     EXPECT_EQ(fatalErrorMessage(bare, ""), "Run-time error '6':\n\nOverflow");
     RuntimeError value(err::TypeMismatch);
     value.setDetail("X1");
-    EXPECT_EQ(fatalErrorMessage(value, ""), "Run-time error '13':\n\nType mismatch\n\nValue: \"X1\"");
+    EXPECT_EQ(fatalErrorMessage(value, ""),
+              "Run-time error '13':\n\nType mismatch\n\nValue: \"X1\"");
 }
 
 TEST(FatalError, ShowsACriticalBoxAndEndsWithTheErrorNumber)

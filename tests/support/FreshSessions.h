@@ -20,8 +20,7 @@ using SessionMaker = std::function<std::shared_ptr<void>()>;
 // were added; the objects go in the reverse order after the test.
 void addFreshSession(SessionMaker maker);
 
-template <class S>
-struct FreshEachTest
+template <class S> struct FreshEachTest
 {
     FreshEachTest()
     {

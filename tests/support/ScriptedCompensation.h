@@ -58,8 +58,7 @@ public:
 };
 
 // A report as the dialog sees it: the real one, with its mirrors counted.
-template <class Slot, class Real>
-class CountedCompensationReport final : public Slot
+template <class Slot, class Real> class CountedCompensationReport final : public Slot
 {
 public:
     QString& txtTemperature() override { return m_real.txtTemperature(); }

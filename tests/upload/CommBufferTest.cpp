@@ -2,8 +2,8 @@
 // contents, the count without regard to any wrap, and the bounds failure one
 // element past the end.
 #include "shell/model/RuntimeError.h"
-#include "upload/model/CCommBuffCirculaire.h"
 #include "tests/support/Failure.h"
+#include "upload/model/CCommBuffCirculaire.h"
 
 #include <gtest/gtest.h>
 
@@ -22,7 +22,6 @@ QByteArray bytesOf(std::initializer_list<int> values)
         bytes.append(static_cast<char>(static_cast<unsigned char>(v)));
     return bytes;
 }
-
 
 class receiveStore : public ::testing::Test
 {

@@ -13,6 +13,7 @@
 #include "shell/model/SequentialFiles.h"
 #include "shell/model/SettingsStore.h"
 #include "shell/model/YieldHook.h"
+#include "tests/support/Failure.h"
 #include "tests/support/TestFiles.h"
 #include "tests/upload/support/CrlfLines.h"
 #include "tools/instrument-sim/InstrumentFrames.h"
@@ -22,7 +23,6 @@
 #include "upload/model/UploadGlobals.h"
 #include "upload/model/UploadSession.h"
 #include "upload/model/mdKvxZblCom.h"
-#include "tests/support/Failure.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -36,14 +36,12 @@
 #include <utility>
 #include <vector>
 
-
 using namespace quenby;
 using namespace quenby::testing;
 
 namespace {
 
 const QString Stamp = QStringLiteral("2024-07-09_010203");
-
 
 // A table row as the rules lay it out: each text at its column (the number of
 // characters ahead of it), or straight behind the text before it when that ran

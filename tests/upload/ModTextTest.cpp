@@ -5,15 +5,14 @@
 #include "upload/model/ModText.h"
 
 #include "shell/model/Session.h"
-#include "upload/model/UploadSession.h"
 #include "tests/support/Failure.h"
+#include "upload/model/UploadSession.h"
 
 #include <QString>
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <ostream>
-
 
 using namespace quenby;
 

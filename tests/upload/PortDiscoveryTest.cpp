@@ -3,18 +3,17 @@
 // link through the yield hook while it drains a freshly opened port.
 #include "upload/model/PortDiscovery.h"
 #include "shell/model/RuntimeError.h"
+#include "tests/support/Failure.h"
 #include "tests/upload/support/ScriptedSerialPort.h"
 #include "upload/model/CCommBuffCirculaire.h"
 #include "upload/model/CSerialCom.h"
 #include "upload/model/UploadDeviceForm.h"
 #include "upload/model/UploadGlobals.h"
-#include "tests/support/Failure.h"
 
 #include <gtest/gtest.h>
 
 #include <ostream>
 #include <vector>
-
 
 using namespace quenby;
 using namespace quenby::testing;

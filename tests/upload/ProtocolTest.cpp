@@ -4,6 +4,7 @@
 // hand from the byte offsets of each layout, and then cross-checked with the
 // frames the instrument simulator builds.
 #include "shell/model/RuntimeError.h"
+#include "tests/support/Failure.h"
 #include "tests/upload/support/ScriptedSerialPort.h"
 #include "tools/instrument-sim/InstrumentFrames.h"
 #include "upload/model/CCommBuffCirculaire.h"
@@ -11,7 +12,6 @@
 #include "upload/model/UploadGlobals.h"
 #include "upload/model/UploadSession.h"
 #include "upload/model/mdKvxZblCom.h"
-#include "tests/support/Failure.h"
 
 #include <gtest/gtest.h>
 
@@ -32,7 +32,6 @@ QByteArray bytesOf(std::initializer_list<int> values)
         bytes.append(static_cast<char>(static_cast<unsigned char>(v)));
     return bytes;
 }
-
 
 void setByte(QByteArray& bytes, qsizetype index, int value)
 {

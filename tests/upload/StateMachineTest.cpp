@@ -5,6 +5,7 @@
 #include "localisation/model/Vocabulary.h"
 #include "shell/model/Platform.h"
 #include "shell/model/RuntimeError.h"
+#include "tests/support/Failure.h"
 #include "tests/support/TestFiles.h"
 #include "tests/upload/support/ScriptedSerialPort.h"
 #include "tools/instrument-sim/InstrumentFrames.h"
@@ -13,7 +14,6 @@
 #include "upload/model/UploadDeviceForm.h"
 #include "upload/model/UploadGlobals.h"
 #include "upload/model/mdStateMachine.h"
-#include "tests/support/Failure.h"
 
 #include <QFileInfo>
 
@@ -22,7 +22,6 @@
 #include <map>
 #include <ostream>
 #include <vector>
-
 
 using namespace quenby;
 using namespace quenby::testing;
@@ -723,7 +722,6 @@ TEST_F(StateMachineTest, KvxMainPathWritesEveryFile)
     EXPECT_EQ(hidden, 1);
     EXPECT_EQ(rig.ports.bench.openPort, 0);
 }
-
 
 TEST_F(StateMachineTest, AShortDataPayloadKeepsTheSlotBytesOfTheFrameBefore)
 {

@@ -3,16 +3,15 @@
 // runs the whole road from the main menu's command to the closing message.
 #include "upload/model/UploadDeviceForm.h"
 #include "localisation/model/Vocabulary.h"
+#include "tests/support/Failure.h"
 #include "tests/upload/support/ScriptedSerialPort.h"
 #include "tools/instrument-sim/InstrumentFrames.h"
 #include "upload/model/UploadGlobals.h"
 #include "upload/model/mdStateMachine.h"
-#include "tests/support/Failure.h"
 
 #include <gtest/gtest.h>
 
 #include <ostream>
-
 
 using namespace quenby;
 using namespace quenby::testing;

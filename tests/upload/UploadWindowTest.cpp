@@ -3,6 +3,7 @@
 // for the upload to start, the texts of the language, and the window as a
 // mirror of its model: the controls follow the model, the events go to it,
 // and its own timer drives the upload loop.
+#include "app/QuenbyApplication.h"
 #include "app/Sessions.h"
 #include "app/Wiring.h"
 #include "app/frmMain.h"
@@ -10,7 +11,6 @@
 #include "localisation/ui/WindowTexts.h"
 #include "shell/model/AppState.h"
 #include "shell/model/Platform.h"
-#include "app/QuenbyApplication.h"
 #include "tests/support/TestFiles.h"
 #include "tests/support/WindowChecks.h"
 #include "tests/upload/support/ScriptedSerialPort.h"

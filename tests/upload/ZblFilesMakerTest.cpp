@@ -10,6 +10,7 @@
 #include "shell/model/SequentialFiles.h"
 #include "shell/model/SettingsStore.h"
 #include "shell/model/YieldHook.h"
+#include "tests/support/Failure.h"
 #include "tests/support/TestFiles.h"
 #include "tests/upload/support/CrlfLines.h"
 #include "tools/instrument-sim/InstrumentFrames.h"
@@ -20,7 +21,6 @@
 #include "zbl/model/ZblSession.h"
 #include "zbl/model/ZblTestFileReader.h"
 #include "zbl/model/ZblTestRecord.h"
-#include "tests/support/Failure.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -31,7 +31,6 @@
 #include <optional>
 #include <ostream>
 
-
 using namespace quenby;
 using namespace quenby::testing;
 
@@ -39,7 +38,6 @@ namespace {
 
 const QString Stamp = QStringLiteral("2024-11-15_090733");
 const QString Omega = QString(QChar(0x03A9));
-
 
 QString dashes(int n)
 {

@@ -4,7 +4,6 @@
 #include "zbl/model/ZblBasicReportView.h"
 
 #include "report/model/TemperatureCompensation.h"
-#include "zbl/model/ZblCompensation.h"
 #include "shell/model/AppState.h"
 #include "shell/model/MainWindowState.h"
 #include "shell/model/Platform.h"
@@ -14,6 +13,7 @@
 #include "tests/support/ScriptedViews.h"
 #include "tests/support/TestFiles.h"
 #include "tests/zbl/ZblTestSupport.h"
+#include "zbl/model/ZblCompensation.h"
 
 #include <gtest/gtest.h>
 

@@ -3,13 +3,13 @@
 // command does.
 #pragma once
 
-#include "zbl/model/ZblSession.h"
 #include "shell/model/Checked.h"
-#include "tests/support/FreshSessions.h"
 #include "shell/model/RuntimeError.h"
+#include "tests/support/Failure.h"
+#include "tests/support/FreshSessions.h"
+#include "zbl/model/ZblSession.h"
 #include "zbl/model/ZblTestFileReader.h"
 #include "zbl/model/ZblTestRecord.h"
-#include "tests/support/Failure.h"
 
 #include <QString>
 #include <QStringList>
@@ -20,7 +20,6 @@
 #include <memory>
 #include <optional>
 #include <ostream>
-
 
 namespace quenby::testing {
 

@@ -26,7 +26,7 @@ struct KvxTest
     float kneeIeee30 = 0.0f;
     float kneeIeee45 = 0.0f;
     float kneeIec1050 = 0.0f;
-    float insulation = 0.0f; // ohms
+    float insulation = 0.0f;        // ohms
     float windingResistance = 0.0f; // ohms
     bool polarityPositive = true;
     bool excitationValid = true;

@@ -206,8 +206,8 @@ void PtyLine::pump()
             p.startNs = start;
         }
         // Each packet carries what the line will have carried by its end.
-        const qint64 due = std::min<qint64>(
-            p.bytes.size(), (now - p.startNs + kPacketNs) * kBytesPerSecond / kNsPerSecond);
+        const qint64 due = std::min<qint64>(p.bytes.size(), (now - p.startNs + kPacketNs) *
+                                                                kBytesPerSecond / kNsPerSecond);
         qint64 toSend = due - p.sent;
         if (m_unplugAfter > 0)
             toSend = std::min(toSend, m_unplugAfter - m_totalSent);

@@ -5,10 +5,10 @@
 //
 // The path is shown as given. A read that fails prints the failure on stderr,
 // then the record as far as it was filled, and ends with status 1.
-#include "tools/ToolSessions.h"
 #include "shell/model/AppState.h"
 #include "shell/model/RuntimeError.h"
 #include "shell/model/SequentialFiles.h"
+#include "tools/ToolSessions.h"
 #include "zbl/model/ZblRecordDump.h"
 #include "zbl/model/ZblTestFileReader.h"
 

@@ -65,9 +65,9 @@ struct KvxDeviceRecord
 // Header of a stored ZBL file (reply 0x6B of a ZBL).
 struct ZblHeaderRecord
 {
-    Int16 fileNumber = 0;    // byte 6
-    Int32 value7 = 0;        // bytes 7, 8: no reader uses it
-    Bool16 flag9 = False16;  // byte 9: no reader uses it
+    Int16 fileNumber = 0;   // byte 6
+    Int32 value7 = 0;       // bytes 7, 8: no reader uses it
+    Bool16 flag9 = False16; // byte 9: no reader uses it
     Int16 numberOfReadings = 0;
     Int16 testNumber = 0;
     Int16 mode = 0; // 0 manual, 1 timed, 2 automatic with tap changer

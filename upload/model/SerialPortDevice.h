@@ -16,10 +16,10 @@ namespace quenby {
 
 // Error numbers of the port object.
 namespace err {
-inline constexpr int PortInvalid = 8002;      // "Invalid port number"
-inline constexpr int PortAlreadyOpen = 8005;  // "Port already open"
-inline constexpr int PortNotOpen = 8012;      // "The device is not open"
-inline constexpr int PortWriteFailed = 8020;  // "Error writing comm device"
+inline constexpr int PortInvalid = 8002;     // "Invalid port number"
+inline constexpr int PortAlreadyOpen = 8005; // "Port already open"
+inline constexpr int PortNotOpen = 8012;     // "The device is not open"
+inline constexpr int PortWriteFailed = 8020; // "Error writing comm device"
 } // namespace err
 
 // The receive event's kind for arriving bytes.
@@ -35,8 +35,8 @@ public:
     virtual void setCommPort(Int16 number) = 0;
     // The line setting as text, "115200,n,8,1".
     virtual void setSettings(const QString& settings) = 0;
-    virtual void setInputMode(Int16 mode) = 0;   // 1: binary
-    virtual void setInputLen(Int16 length) = 0;  // 0: all that waits
+    virtual void setInputMode(Int16 mode) = 0;  // 1: binary
+    virtual void setInputLen(Int16 length) = 0; // 0: all that waits
     virtual void setRThreshold(Int16 threshold) = 0;
     virtual void setRTSEnable(bool enable) = 0;
 

@@ -18,11 +18,11 @@ namespace quenby {
 
 // Command codes.
 namespace cmd {
-inline constexpr unsigned char Identify = 201;   // short; reply 0x63 KVX, 0x64 ZBL
+inline constexpr unsigned char Identify = 201;     // short; reply 0x63 KVX, 0x64 ZBL
 inline constexpr unsigned char SerialNumber = 204; // short; reply 0x66
-inline constexpr unsigned char FileCount = 210;  // short; reply 0x6A
-inline constexpr unsigned char FileHeader = 211; // long; reply 0x6B
-inline constexpr unsigned char FileData = 212;   // long; reply 0x6C
+inline constexpr unsigned char FileCount = 210;    // short; reply 0x6A
+inline constexpr unsigned char FileHeader = 211;   // long; reply 0x6B
+inline constexpr unsigned char FileData = 212;     // long; reply 0x6C
 } // namespace cmd
 
 namespace reply {

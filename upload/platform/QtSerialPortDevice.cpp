@@ -124,7 +124,8 @@ public:
         m_port.setStopBits(m_setting.stopBits);
         m_port.setFlowControl(QSerialPort::NoFlowControl);
         if (!m_port.open(QIODevice::ReadWrite))
-            raiseRuntimeError(err::PortInvalid, location + QStringLiteral(": ") + m_port.errorString());
+            raiseRuntimeError(err::PortInvalid,
+                              location + QStringLiteral(": ") + m_port.errorString());
         applyRts();
     }
 
@@ -138,8 +139,8 @@ public:
         if (!m_port.isOpen())
             raiseRuntimeError(err::PortNotOpen, QStringLiteral("port %1").arg(m_number));
         if (m_port.write(bytes) != bytes.size())
-            raiseRuntimeError(err::PortWriteFailed, m_port.portName() + QStringLiteral(": ") +
-                                                        m_port.errorString());
+            raiseRuntimeError(err::PortWriteFailed,
+                              m_port.portName() + QStringLiteral(": ") + m_port.errorString());
     }
     Int16 CommEvent() const override { return m_event; }
 

@@ -1,6 +1,5 @@
 #include "zbl/model/ZblBasicReportView.h"
 
-#include "zbl/model/ZblCompensation.h"
 #include "localisation/model/LanguageLookup.h"
 #include "shell/model/AppState.h"
 #include "shell/model/DataFolders.h"
@@ -8,6 +7,7 @@
 #include "shell/model/MainWindowView.h"
 #include "shell/model/Platform.h"
 #include "shell/model/YieldHook.h"
+#include "zbl/model/ZblCompensation.h"
 #include "zbl/model/ZblReportWindow.h"
 #include "zbl/model/ZblTestRecord.h"
 

@@ -1,9 +1,9 @@
 #include "zbl/model/ZblCompensation.h"
 
-#include "zbl/model/ZblReportWindow.h"
 #include "shell/model/YieldHook.h"
 #include "zbl/model/ZblBasicReportModel.h"
 #include "zbl/model/ZblBasicReportView.h"
+#include "zbl/model/ZblReportWindow.h"
 
 namespace quenby {
 

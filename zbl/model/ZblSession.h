@@ -14,10 +14,10 @@ namespace quenby {
 
 struct ZblSession
 {
-    ZblTestRecord record;        // the test as read from its file
-    ZblBasicReportModel report;  // frmZBLBasicReport's cells and controls
-    VGraph vGraph;               // frmZBLVGraph
-    QString GraphChannel;        // the channel the V graph shows: "A" or "B"
+    ZblTestRecord record;       // the test as read from its file
+    ZblBasicReportModel report; // frmZBLBasicReport's cells and controls
+    VGraph vGraph;              // frmZBLVGraph
+    QString GraphChannel;       // the channel the V graph shows: "A" or "B"
 
     // Every field back to its first value.
     void reset() { *this = ZblSession{}; }

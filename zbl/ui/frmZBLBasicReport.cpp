@@ -1,10 +1,10 @@
 #include "zbl/ui/frmZBLBasicReport.h"
 
-#include "zbl/model/ZblCompensation.h"
 #include "localisation/ui/WindowTexts.h"
 #include "shell/model/RuntimeError.h"
 #include "zbl/model/VGraph.h"
 #include "zbl/model/ZblBasicReportView.h"
+#include "zbl/model/ZblCompensation.h"
 #include "zbl/ui/frmPrintZBLBasicReport.h"
 #include "zbl/ui/frmZBLVGraph.h"
 

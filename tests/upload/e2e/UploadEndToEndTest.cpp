@@ -5,7 +5,9 @@
 // byte with what the file makers make of the simulator's own frames, and read
 // back through the KVX and ZBL roads into the reports' models. The operator
 // is a timer that presses Get Files once the instrument is found.
+#include "app/QuenbyApplication.h"
 #include "app/Sessions.h"
+#include "app/frmMain.h"
 #include "kvx/model/KvxCondensedReportModel.h"
 #include "kvx/model/KvxTestRoad.h"
 #include "localisation/model/LanguageLookup.h"
@@ -13,10 +15,8 @@
 #include "shell/model/AppState.h"
 #include "shell/model/Platform.h"
 #include "shell/model/SettingsStore.h"
-#include "app/QuenbyApplication.h"
-#include "app/frmMain.h"
-#include "tests/support/ScriptedViews.h"
 #include "tests/support/ScriptedServices.h"
+#include "tests/support/ScriptedViews.h"
 #include "tests/support/TestFiles.h"
 #include "tools/instrument-sim/InstrumentFrames.h"
 #include "tools/instrument-sim/ScenarioReader.h"
@@ -184,8 +184,10 @@ private:
                                                      header.numberOfTests));
         }
         store->SaveSetting("Quenby", "UserFileTransfert", "KVX", dataDir->path());
-        return readBytes(QDir(other.path()).filePath(
-            QStringLiteral("KVX/Files/expected/%1-%2.txt").arg(index + 1).arg(CleanFileName(file.serial))));
+        return readBytes(QDir(other.path())
+                             .filePath(QStringLiteral("KVX/Files/expected/%1-%2.txt")
+                                           .arg(index + 1)
+                                           .arg(CleanFileName(file.serial))));
     }
 
     QByteArray expectedZblFile(const sim::Instrument& instrument, int index)
@@ -204,8 +206,10 @@ private:
                              ParseZblRecords(sim::zblDataFrame(file), header.numberOfReadings));
         }
         store->SaveSetting("Quenby", "UserFileTransfert", "ZBL", dataDir->path());
-        return readBytes(QDir(other.path()).filePath(
-            QStringLiteral("ZBL/Files/expected/%1-%2.zbl").arg(index + 1).arg(file.testNumber)));
+        return readBytes(QDir(other.path())
+                             .filePath(QStringLiteral("ZBL/Files/expected/%1-%2.zbl")
+                                           .arg(index + 1)
+                                           .arg(file.testNumber)));
     }
 
     // Opens `path` with the main window's KVX road, the knee box IEEE 45
@@ -293,8 +297,10 @@ private Q_SLOTS:
 
         for (int i = 0; i < 2; ++i) {
             const sim::KvxStoredFile& file = instrument.kvxFiles[static_cast<std::size_t>(i)];
-            const QString path = QDir(kvxFolder()).filePath(
-                QStringLiteral("%1-%2.txt").arg(i + 1).arg(CleanFileName(file.serial)));
+            const QString path =
+                QDir(kvxFolder())
+                    .filePath(
+                        QStringLiteral("%1-%2.txt").arg(i + 1).arg(CleanFileName(file.serial)));
             QVERIFY2(QFile::exists(path), qPrintable(path));
             QCOMPARE(readBytes(path), expectedKvxFile(instrument, i));
 
@@ -330,7 +336,8 @@ private Q_SLOTS:
         for (int i = 0; i < 2; ++i) {
             const sim::ZblStoredFile& file = instrument.zblFiles[static_cast<std::size_t>(i)];
             const QString path =
-                QDir(zblFolder()).filePath(QStringLiteral("%1-%2.zbl").arg(i + 1).arg(file.testNumber));
+                QDir(zblFolder())
+                    .filePath(QStringLiteral("%1-%2.zbl").arg(i + 1).arg(file.testNumber));
             QVERIFY2(QFile::exists(path), qPrintable(path));
             QCOMPARE(readBytes(path), expectedZblFile(instrument, i));
 
@@ -356,15 +363,18 @@ private Q_SLOTS:
     {
         const QString scenario = sample("kvx-small.sim");
         const sim::Instrument instrument = sim::readScenarioFile(scenario);
-        QVERIFY(startSimulator({QStringLiteral("--bad-header-check"), QStringLiteral("1"), scenario}));
+        QVERIFY(
+            startSimulator({QStringLiteral("--bad-header-check"), QStringLiteral("1"), scenario}));
         runFromMenu({});
         QVERIFY(!timedOut);
         QCOMPARE(closingBox()->text, closingMessage(1, 1));
         // The bad header was asked for again with a longer wait.
         QCOMPARE(uploadGlobals().WaitHeaderTimeKvx, Int16(3));
         QCOMPARE(uploadGlobals().NbFilesFail, Int16(0));
-        const QString path = QDir(kvxFolder()).filePath(
-            QStringLiteral("1-%1.txt").arg(CleanFileName(instrument.kvxFiles[0].serial)));
+        const QString path =
+            QDir(kvxFolder())
+                .filePath(
+                    QStringLiteral("1-%1.txt").arg(CleanFileName(instrument.kvxFiles[0].serial)));
         QCOMPARE(readBytes(path), expectedKvxFile(instrument, 0));
     }
 
@@ -372,7 +382,8 @@ private Q_SLOTS:
     {
         const QString scenario = sample("kvx-small.sim");
         const sim::Instrument instrument = sim::readScenarioFile(scenario);
-        QVERIFY(startSimulator({QStringLiteral("--bad-data-check"), QStringLiteral("1"), scenario}));
+        QVERIFY(
+            startSimulator({QStringLiteral("--bad-data-check"), QStringLiteral("1"), scenario}));
         runFromMenu({});
         QVERIFY(!timedOut);
         // The failed frame counts as a retry, not as a lost file.
@@ -380,14 +391,17 @@ private Q_SLOTS:
         QCOMPARE(uploadGlobals().NbFilesFail, Int16(1));
         // Kept: the limit of the KVX data wait is below its start value.
         QCOMPARE(uploadGlobals().WaitDataTimeKvx, Int16(10));
-        const QString path = QDir(kvxFolder()).filePath(
-            QStringLiteral("1-%1.txt").arg(CleanFileName(instrument.kvxFiles[0].serial)));
+        const QString path =
+            QDir(kvxFolder())
+                .filePath(
+                    QStringLiteral("1-%1.txt").arg(CleanFileName(instrument.kvxFiles[0].serial)));
         QCOMPARE(readBytes(path), expectedKvxFile(instrument, 0));
     }
 
     void dataFrameCutShortIsSkipped()
     {
-        QVERIFY(startSimulator({QStringLiteral("--cut-data"), QStringLiteral("1"), sample("zbl-small.sim")}));
+        QVERIFY(startSimulator(
+            {QStringLiteral("--cut-data"), QStringLiteral("1"), sample("zbl-small.sim")}));
         runFromMenu({});
         QVERIFY(!timedOut);
         QCOMPARE(closingBox()->text, closingMessage(0, 1));
@@ -399,7 +413,8 @@ private Q_SLOTS:
     {
         // A KVX header needs 960 bytes before it is read: half of one never
         // gets there, and the file is skipped after its retries.
-        QVERIFY(startSimulator({QStringLiteral("--cut-header"), QStringLiteral("1"), sample("kvx-small.sim")}));
+        QVERIFY(startSimulator(
+            {QStringLiteral("--cut-header"), QStringLiteral("1"), sample("kvx-small.sim")}));
         runFromMenu({});
         QVERIFY(!timedOut);
         QCOMPARE(closingBox()->text, closingMessage(0, 1));
@@ -408,7 +423,8 @@ private Q_SLOTS:
 
     void zblHeaderCutShortIsAskedAgain()
     {
-        QVERIFY(startSimulator({QStringLiteral("--cut-header"), QStringLiteral("1"), sample("zbl-small.sim")}));
+        QVERIFY(startSimulator(
+            {QStringLiteral("--cut-header"), QStringLiteral("1"), sample("zbl-small.sim")}));
         runFromMenu({});
         QVERIFY(!timedOut);
         // A ZBL header needs only 50 bytes: cut to half it still passes the
@@ -458,15 +474,17 @@ private Q_SLOTS:
         runFromMenu({});
         QVERIFY(!timedOut);
         QCOMPARE(closingBox()->text, closingMessage(1, 1));
-        const QString path = QDir(kvxFolder()).filePath(
-            QStringLiteral("1-%1.txt").arg(CleanFileName(instrument.kvxFiles[0].serial)));
+        const QString path =
+            QDir(kvxFolder())
+                .filePath(
+                    QStringLiteral("1-%1.txt").arg(CleanFileName(instrument.kvxFiles[0].serial)));
         QCOMPARE(readBytes(path), expectedKvxFile(instrument, 0));
     }
 
     void otherIdentifyCodeKeepsTheType()
     {
-        QVERIFY(startSimulator({QStringLiteral("--identify-code"), QStringLiteral("0x65"),
-                                sample("kvx-small.sim")}));
+        QVERIFY(startSimulator(
+            {QStringLiteral("--identify-code"), QStringLiteral("0x65"), sample("kvx-small.sim")}));
         UploadDeviceForm seen;
         Run run;
         run.pressGetFiles = false;
@@ -490,18 +508,19 @@ private Q_SLOTS:
         const QString scenario = sample("kvx-instrument.sim");
         const sim::Instrument instrument = sim::readScenarioFile(scenario);
         // The line goes dead in the middle of the second file's header.
-        const qint64 before = sim::identifyReply(reply::Kvx).size() +
-                              sim::serialNumberReply(instrument).size() +
-                              sim::fileCountReply(2).size() +
-                              sim::kvxHeaderFrame(instrument.kvxFiles[0]).size() +
-                              sim::kvxDataFrame(instrument.kvxFiles[0]).size();
-        QVERIFY(startSimulator({QStringLiteral("--unplug-after"), QString::number(before + 100),
-                                scenario}));
+        const qint64 before =
+            sim::identifyReply(reply::Kvx).size() + sim::serialNumberReply(instrument).size() +
+            sim::fileCountReply(2).size() + sim::kvxHeaderFrame(instrument.kvxFiles[0]).size() +
+            sim::kvxDataFrame(instrument.kvxFiles[0]).size();
+        QVERIFY(startSimulator(
+            {QStringLiteral("--unplug-after"), QString::number(before + 100), scenario}));
         runFromMenu({});
         QVERIFY(!timedOut);
         QCOMPARE(closingBox()->text, closingMessage(1, 2));
-        const QString first = QDir(kvxFolder()).filePath(
-            QStringLiteral("1-%1.txt").arg(CleanFileName(instrument.kvxFiles[0].serial)));
+        const QString first =
+            QDir(kvxFolder())
+                .filePath(
+                    QStringLiteral("1-%1.txt").arg(CleanFileName(instrument.kvxFiles[0].serial)));
         QCOMPARE(readBytes(first), expectedKvxFile(instrument, 0));
         QCOMPARE(QDir(kvxFolder()).entryList(QDir::Files).size(), 1);
     }

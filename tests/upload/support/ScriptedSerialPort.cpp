@@ -122,7 +122,8 @@ QByteArray ScriptedPorts::deliver(const QByteArray& extra)
     QByteArray bytes;
     if (bench.responder) {
         for (; m_answered < bench.writes.size(); ++m_answered)
-            bytes += bench.responder(bench.writes[m_answered], m_current ? m_current->CommPort() : 0);
+            bytes +=
+                bench.responder(bench.writes[m_answered], m_current ? m_current->CommPort() : 0);
     }
     m_answered = bench.writes.size();
     bytes += extra;

@@ -40,9 +40,10 @@ namespace quenby::testing {
 // all calls, the writes, and the port objects made so far.
 struct ScriptedPortBench
 {
-    std::set<int> refusedPorts;    // setPortOpen(true) raises for these numbers
-    bool writesFail = false;       // Output raises
-    QStringList calls;             // "CommPort=3", "Settings=115200,n,8,1", "PortOpen=true", "Output=48 50 c9 c9"...
+    std::set<int> refusedPorts; // setPortOpen(true) raises for these numbers
+    bool writesFail = false;    // Output raises
+    QStringList
+        calls; // "CommPort=3", "Settings=115200,n,8,1", "PortOpen=true", "Output=48 50 c9 c9"...
     std::vector<QByteArray> writes; // each Output call, in order
     int portsMade = 0;
     // Answers the instrument gives to a write: called with each write and
@@ -136,7 +137,8 @@ public:
     int listings = 0;
 
     // "USB Serial Port (COM<n>)", error code 0.
-    static PnpEntity com(int number, const QString& description = QStringLiteral("USB Serial Port"));
+    static PnpEntity com(int number,
+                         const QString& description = QStringLiteral("USB Serial Port"));
 
 private:
     UploadSession& m_session;
