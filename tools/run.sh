@@ -7,7 +7,7 @@ cd "$(dirname "$0")/.."
 
 bash tools/install-deps.sh
 cmake -S . -B build-release -G Ninja -DCMAKE_BUILD_TYPE=Release -DQUENBY_BENCHMARKS=OFF >/dev/null
-cmake --build build-release --target quenby
+cmake --build build-release --target quenby quenby-instrument-sim quenby-kvx-dump quenby-zbl-dump
 
 program=build-release/bin/quenby
 if [ -z "${XDG_RUNTIME_DIR:-}" ]; then

@@ -4,6 +4,7 @@
 #include "kvx/model/KvxCompensation.h"
 #include "kvx/model/KvxCondensedReportModel.h"
 #include "kvx/model/KvxReportView.h"
+#include "report/ui/ReportWindow.h"
 #include "shell/model/ProgressAbout.h"
 #include "shell/model/RuntimeError.h"
 
@@ -523,7 +524,7 @@ QWidget* frmKVXCondensedReport::buildCompensationLine(QWidget* page)
     row->addWidget(makeCaption(line, "lbTexteCompensedFactor", "Compensation:"));
     // The two fixed entries, index 0 aluminium and index 1 copper; the list
     // shows no choice, so that every pick, even of the same entry, is a click.
-    m_compensation = new QComboBox(line);
+    m_compensation = new PageComboBox(line);
     m_compensation->setObjectName(QStringLiteral("cbCompensation"));
     m_compensation->setEditable(true);
     m_compensation->setInsertPolicy(QComboBox::NoInsert);

@@ -5,8 +5,24 @@
 #include <QComboBox>
 #include <QEventLoop>
 #include <QSignalBlocker>
+#include <QWheelEvent>
 
 namespace quenby {
+
+PageComboBox::PageComboBox(QWidget* parent) : QComboBox(parent)
+{
+    // A click or Tab gives it the focus, the wheel alone does not.
+    setFocusPolicy(Qt::StrongFocus);
+}
+
+void PageComboBox::wheelEvent(QWheelEvent* event)
+{
+    if (!hasFocus()) {
+        event->ignore(); // on to the page, which scrolls
+        return;
+    }
+    QComboBox::wheelEvent(event);
+}
 
 void ModalWindow::showModalOver(QWidget* owner)
 {

@@ -11,13 +11,25 @@
 // once the dialog is done.
 #pragma once
 
+#include <QComboBox>
 #include <QMainWindow>
 #include <QStringList>
 
-class QComboBox;
 class QEventLoop;
 
 namespace quenby {
+
+// The compensation box of a scrolled report page: the mouse wheel over it
+// scrolls the page unless the box has the focus, so that scrolling past it
+// never picks a material (and never opens the dialog).
+class PageComboBox final : public QComboBox
+{
+public:
+    explicit PageComboBox(QWidget* parent);
+
+protected:
+    void wheelEvent(QWheelEvent* event) override;
+};
 
 class ModalWindow : public QMainWindow
 {

@@ -173,6 +173,17 @@ TEST_F(serialLink, WithoutASinkTraceLinesGoToTheDebugLog)
     QLoggingCategory::setFilterRules(QString());
     EXPECT_EQ(loggedSerialLines, QStringList{QStringLiteral("Port  3 ouvert")});
 }
+
+TEST_F(serialLink, TheTraceIsQuietUnlessAskedFor)
+{
+    setDebugTraceSink({});
+    QLoggingCategory::setFilterRules(QString());
+    loggedSerialLines.clear();
+    const QtMessageHandler previous = qInstallMessageHandler(catchSerialLog);
+    traceDebugLine(QStringLiteral("Port  3 ouvert\r\n"));
+    qInstallMessageHandler(previous);
+    EXPECT_TRUE(loggedSerialLines.isEmpty()) << loggedSerialLines.join(u'|').toStdString();
+}
 #endif
 
 TEST_F(serialLink, TheDefaultPortObjectNeverOpensAndItsWritesFail)

@@ -18,7 +18,8 @@ namespace quenby {
 
 namespace {
 
-Q_LOGGING_CATEGORY(lcSerial, "quenby.serial")
+// Debug output for whoever asks for it: QT_LOGGING_RULES="quenby.serial.debug=true".
+Q_LOGGING_CATEGORY(lcSerial, "quenby.serial", QtInfoMsg)
 
 const QString LineSetting = QStringLiteral("115200,n,8,1");
 const QString CrLf = QStringLiteral("\r\n");

@@ -1,5 +1,6 @@
 #include "zbl/ui/ZblPageParts.h"
 
+#include "report/ui/ReportWindow.h"
 #include <QChartView>
 #include <QComboBox>
 #include <QFrame>
@@ -191,7 +192,7 @@ QWidget* makeTestHead(QWidget* page, HeadKind kind, int pageWidth, int margin)
     if (kind == HeadKind::Report) {
         addHeadField(*grid, 4, 0, caption("lbTexteCompensedTemp", "Compensated to:"),
                      value("lbTexteCompensedTemp"));
-        auto* compensation = new QComboBox(head);
+        auto* compensation = new PageComboBox(head);
         compensation->setObjectName(QStringLiteral("cbCompensation"));
         compensation->setEditable(true);
         addHeadField(*grid, 5, 0, caption("lbTexteCompensedFactor", "Compensation:"), compensation);

@@ -1080,6 +1080,30 @@ private Q_SLOTS:
         bar->setValue(0);
         w.hide();
     }
+
+    void theWheelOverTheCompensationBoxIsLeftToThePage()
+    {
+        openAndFill(QStringLiteral("kvx-ten-taps.txt"), KneeStandardIeee30);
+        frmKVXCondensedReport& w = frmKVXCondensedReport::instance();
+        w.show();
+        QComboBox* box = w.cbCompensation();
+        box->clearFocus();
+        const int index = box->currentIndex();
+        const QString text = box->currentText();
+        const QPointF at = QPointF(box->rect().center());
+        for (const int delta : {-120, 120}) {
+            QWheelEvent wheel(at, box->mapToGlobal(at), QPoint(), QPoint(0, delta), Qt::NoButton,
+                              Qt::NoModifier, Qt::NoScrollPhase, false);
+            QApplication::sendEvent(box, &wheel);
+            // Not taken by the box: it goes on to the page, which scrolls.
+            QVERIFY(!wheel.isAccepted());
+        }
+        QCOMPARE(box->currentIndex(), index);
+        QCOMPARE(box->currentText(), text);
+        QVERIFY(!compensationDialog().shown);
+        QVERIFY(!frmCompensedResistanceSetting::instance().isVisible());
+        w.hide();
+    }
 };
 
 int main(int argc, char** argv)
