@@ -428,14 +428,29 @@ TEST_F(kvxReader, SplitEmptiesDashesAndNA)
     EXPECT_EQ(split[10], QStringLiteral("N/A"));
 }
 
-TEST_F(kvxReader, SplitOfAShortRowFillsOnlyTheColumnsPresent)
+TEST_F(kvxReader, SplitOfARowShorterThanItsLastColumnFailsWithAnInvalidArgument)
 {
-    const KvxSplitRow split = SplitKvxTapRow(QStringLiteral(" 01    X1-X2     200:5"));
-    EXPECT_EQ(split[0], QStringLiteral("01"));
-    EXPECT_EQ(split[1], QStringLiteral("X1-X2"));
-    EXPECT_EQ(split[2], QStringLiteral("200:5"));
-    EXPECT_EQ(split[3], QString());
-    EXPECT_EQ(SplitKvxTapRow(QString()), KvxSplitRow{});
+    // The last column asks for the row's length less 138 characters: a
+    // negative count below 138, which the platform refuses.
+    EXPECT_EQ(failureOf([] { SplitKvxTapRow(QStringLiteral(" 01    X1-X2     200:5")); }),
+              err::InvalidProcedureCall);
+    EXPECT_EQ(failureOf([] { SplitKvxTapRow(QString()); }), err::InvalidProcedureCall);
+    EXPECT_EQ(failureOf([] { SplitKvxTapRow(QString(137, u' ')); }), err::InvalidProcedureCall);
+    // 138 characters ask for none, 139 for one.
+    EXPECT_EQ(failureOf([] { SplitKvxTapRow(QString(138, u' ')); }), 0);
+    EXPECT_EQ(failureOf([] { SplitKvxTapRow(QString(139, u' ')); }), 0);
+}
+
+TEST_F(kvxReader, ARowShorterThanItsLastColumnStopsTheRead)
+{
+    samples::KvxSampleFile f = smallSample();
+    QByteArray bytes = samples::kvxSampleBytes(f);
+    const QByteArray row = samples::kvxTableRow(f.rows[0].fields).toLatin1();
+    const qsizetype at = bytes.indexOf(row);
+    ASSERT_GE(at, 0);
+    // The first table row cut to 100 characters.
+    bytes.remove(at + 100, row.size() - 100);
+    EXPECT_EQ(readKvx(writeFile(QStringLiteral("short.txt"), bytes)), err::InvalidProcedureCall);
 }
 
 TEST_F(kvxReader, TapRowColumnsStartWhereTheReaderLooks)
@@ -446,11 +461,12 @@ TEST_F(kvxReader, TapRowColumnsStartWhereTheReaderLooks)
 
 TEST_F(kvxReader, DispatchLooksAtCharactersFiveToThirteenForThePair)
 {
-    DispatchKvxTapRow(QStringLiteral("01  X3-X4"));
+    // Rows as wide as the table, so that the split reads them.
+    DispatchKvxTapRow(QStringLiteral("01  X3-X4").leftJustified(140));
     EXPECT_EQ(slot(8).tapName, QStringLiteral("X3-X4"));
-    DispatchKvxTapRow(QStringLiteral("01           X3-X5"));
+    DispatchKvxTapRow(QStringLiteral("01           X3-X5").leftJustified(140));
     EXPECT_EQ(slot(9).tapName, QString());
-    DispatchKvxTapRow(QString());
+    DispatchKvxTapRow(QString()); // no pair: nothing is split
     for (int n : {1, 2, 3, 4, 5, 6, 7, 9, 10})
         EXPECT_EQ(slot(n).tapName, QString());
 }
