@@ -74,8 +74,11 @@ void KvxReport_cbCompensation_Click()
     // "KVX " one, so the prefix never stays on screen. Kept in this order.
     dialog.refillTexts();
     dialog.bringUp();
-    // No choice shown, so that picking the same item again is a click again.
-    kvxCondensedReport().cbCompensationIndex = -1;
+    // No choice shown, so that picking the same item again is a click again:
+    // the box then shows no text either.
+    KvxCondensedReportModel& report = kvxCondensedReport();
+    report.cbCompensationIndex = -1;
+    report.cbCompensationText.clear();
 }
 
 } // namespace quenby

@@ -382,7 +382,8 @@ TEST_F(kvxCompensation, EditingTkWithTheKvxReportReachesTheZblBoxOnly)
     EXPECT_EQ(zbl.cbCompensationItems[2], "Custom (TK=240)");
     EXPECT_EQ(zbl.cbCompensationText, "Custom (TK=240)");
     EXPECT_EQ(kvxCondensedReport().cbCompensationItems, QStringList({Aluminium, Copper}));
-    EXPECT_EQ(kvxCondensedReport().cbCompensationText, Copper);
+    // The KVX box shows no choice after the dialog, so no text either.
+    EXPECT_EQ(kvxCondensedReport().cbCompensationText, QString());
 }
 
 TEST_F(kvxCompensation, CancelAfterAFirstOkKeepsTheColumnAndEmptiesBothBoxes)
@@ -492,8 +493,9 @@ TEST_F(kvxCompensation, TheKvxBoxClickFillsTitlesShowsAndClearsTheChoice)
         "mirror:" + DialogTitle,     // the OK's column fill
     };
     EXPECT_EQ(steps, expected);
+    // No choice shown afterwards: the box's text is empty too.
     EXPECT_EQ(report.cbCompensationIndex, -1);
-    EXPECT_EQ(report.cbCompensationText, Copper);
+    EXPECT_EQ(report.cbCompensationText, QString());
     EXPECT_FALSE(d.shown);
 }
 
@@ -548,6 +550,51 @@ TEST_F(kvxCompensation, TheZblBoxClickClearsTheChoiceBeforeTheShow)
     ZblReport_cbCompensation_Click();
     EXPECT_TRUE(modal);
     EXPECT_EQ(zbl.cbCompensationText, "");
+}
+
+// What the print-out and the save read from the boxes afterwards: a box with
+// no choice shows no text, unless a custom TK put its entry in the ZBL box.
+TEST_F(kvxCompensation, AfterTheDialogTheBoxesShowNoChoiceAndNoText)
+{
+    kvxRows({"1.000 ohm"});
+    kvxCondensedReport().txtTemperature = QStringLiteral("20");
+    ZblBasicReportModel& zbl = zblBasicReport();
+    zbl.txtTemperature = QStringLiteral("20");
+
+    const auto pickOnZbl = [&](int index, std::function<void()> inside) {
+        zbl.shown = true;
+        zbl.cbCompensationIndex = index;
+        zbl.cbCompensationText = zbl.cbCompensationItems.at(index);
+        compensation.view.onShowModal = std::move(inside);
+        ZblReport_cbCompensation_Click();
+        zbl.shown = false;
+    };
+    const auto ok = [] { compensationDialog().cmdOK_Click(); };
+    const auto customOk = [] {
+        compensationDialog().txtTK = QStringLiteral("240");
+        compensationDialog().cmdOK_Click();
+    };
+    const auto cancel = [] { compensationDialog().cmdCancel_Click(); };
+
+    pickOnKvxReport(KvxCopper, ok);
+    EXPECT_EQ(kvxCondensedReport().cbCompensationIndex, -1);
+    EXPECT_EQ(kvxCondensedReport().cbCompensationText, QString());
+    pickOnKvxReport(KvxCopper, cancel);
+    EXPECT_EQ(kvxCondensedReport().cbCompensationText, QString());
+
+    pickOnZbl(1, ok);
+    EXPECT_EQ(zbl.cbCompensationIndex, -1);
+    EXPECT_EQ(zbl.cbCompensationText, QString());
+    pickOnZbl(0, customOk);
+    EXPECT_EQ(zbl.cbCompensationIndex, -1);
+    EXPECT_EQ(zbl.cbCompensationText, "Custom (TK=240)");
+    pickOnZbl(1, cancel);
+    EXPECT_EQ(zbl.cbCompensationText, QString());
+
+    // A custom TK from the KVX report lands in the ZBL box only.
+    pickOnKvxReport(KvxAluminium, customOk);
+    EXPECT_EQ(kvxCondensedReport().cbCompensationText, QString());
+    EXPECT_EQ(zbl.cbCompensationText, "Custom (TK=240)");
 }
 
 // --- Whole columns --------------------------------------------------------

@@ -64,8 +64,12 @@ void ZblReport_cbCompensation_Click()
 {
     CompensationDialogModel& dialog = compensationDialog();
     dialog.FillValueZBL();
-    // No choice shown, so that picking the same item again is a click again.
-    zblBasicReport().cbCompensationIndex = -1;
+    // No choice shown, so that picking the same item again is a click again:
+    // the box then shows no text either, until a custom TK puts its entry
+    // there.
+    ZblBasicReportModel& report = zblBasicReport();
+    report.cbCompensationIndex = -1;
+    report.cbCompensationText.clear();
     dialog.refillTexts();
     dialog.bringUp();
 }
