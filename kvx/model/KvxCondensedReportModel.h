@@ -115,7 +115,9 @@ public:
 
 private:
     std::array<std::array<QString, RowCount + 1>, KvxReportColumnCount> m_cells;
-    std::array<bool, RowCount + 1> m_rowVisible{};
+    // Row 0, the column heads, shows from the start; the rows below show
+    // once a test fills them.
+    std::array<bool, RowCount + 1> m_rowVisible{true};
 };
 
 // A header control and the cell of the model that holds its text.

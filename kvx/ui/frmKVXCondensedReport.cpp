@@ -705,6 +705,8 @@ void frmKVXCondensedReport::mirrorModel()
             const QString& text = model.cell(modelColumn, n);
             if (n == 0) {
                 label->setText(text); // heads wrap onto more lines instead
+                // A last reference number of -1 hides the heads too.
+                label->setVisible(model.rowVisible(0));
                 continue;
             }
             if (label->text() != text)

@@ -236,6 +236,32 @@ TEST_F(kvxReport, ThreeRowsWithLastReference3ShowRows1To3AndHide4To10)
         EXPECT_FALSE(report().rowVisible(n)) << n;
 }
 
+TEST_F(kvxReport, ALastReferenceOfZeroHidesEveryRowButTheHeads)
+{
+    open(fileWith({rowOf(0, "X1-X2")}));
+    EXPECT_EQ(record().lastReference.toNumber(), 0.0);
+    fill();
+    EXPECT_TRUE(report().rowVisible(0));
+    for (int n = 1; n <= 10; ++n)
+        EXPECT_FALSE(report().rowVisible(n)) << n;
+}
+
+TEST_F(kvxReport, ALastReferenceOfMinusOneHidesTheHeadsToo)
+{
+    // The hiding runs from the last reference number + 1: index 0 included.
+    open(fileWith({rowOf(-1, "X1-X2")}));
+    EXPECT_EQ(record().lastReference.toNumber(), -1.0);
+    fill();
+    for (int n = 0; n <= 10; ++n)
+        EXPECT_FALSE(report().rowVisible(n)) << n;
+    // The showing runs over rows 1 to 10 only, so the heads stay hidden for
+    // the next test of the run. Kept.
+    record().lastReference = Dynamic(2.0);
+    TreatVisibleTestTexte();
+    EXPECT_FALSE(report().rowVisible(0));
+    EXPECT_TRUE(report().rowVisible(2));
+}
+
 TEST_F(kvxReport, RowsShownFollowTheLastReferenceNumberNotTheTapsFound)
 {
     // Two taps, but the last row says 7: rows 1 to 7 show, 3 to 7 empty.

@@ -1081,6 +1081,33 @@ private Q_SLOTS:
         w.hide();
     }
 
+    void aLastReferenceOfMinusOneHidesTheHeadsOnTheWindow()
+    {
+        openAndFill(QStringLiteral("kvx-ten-taps.txt"), KneeStandardIeee30);
+        frmKVXCondensedReport& w = frmKVXCondensedReport::instance();
+        const QWidget* page = w.frKVXReport();
+        kvxTestRecord().lastReference = Dynamic(-1.0);
+        TreatVisibleTestTexte();
+        w.mirrorModel();
+        for (int c = 0; c < KvxColumnCount; ++c) {
+            QVERIFY(!w.cell(static_cast<KvxColumn>(c), 0)->isVisibleTo(page));
+            QVERIFY(!w.cell(static_cast<KvxColumn>(c), 1)->isVisibleTo(page));
+        }
+        // The showing runs over rows 1 to 10 only: the heads stay hidden for
+        // the next test of the run, as the rule has it.
+        kvxTestRecord().lastReference = Dynamic(2.0);
+        TreatVisibleTestTexte();
+        w.mirrorModel();
+        for (int c = 0; c < KvxColumnCount; ++c) {
+            QVERIFY(!w.cell(static_cast<KvxColumn>(c), 0)->isVisibleTo(page));
+            QVERIFY(w.cell(static_cast<KvxColumn>(c), 2)->isVisibleTo(page));
+            QVERIFY(!w.cell(static_cast<KvxColumn>(c), 3)->isVisibleTo(page));
+        }
+        kvxCondensedReport() = KvxCondensedReportModel{};
+        w.mirrorModel();
+        QVERIFY(w.cell(KvxColumn::TestNumber, 0)->isVisibleTo(page));
+    }
+
     void theWheelOverTheCompensationBoxIsLeftToThePage()
     {
         openAndFill(QStringLiteral("kvx-ten-taps.txt"), KneeStandardIeee30);
