@@ -269,7 +269,9 @@ QString numberText(double value)
 {
     if (!std::isfinite(value))
         return nonFinite(value);
-    return fromPlain(toPlain(decimalDigits(value, 15)), value < 0, true);
+    // The shortest plain form has no zero ahead of the point: 0.5 reads ".5",
+    // -0.5 "-.5", and zero "0".
+    return fromPlain(toPlain(decimalDigits(value, 15)), value < 0, false);
 }
 
 QString signedNumberText(double value)

@@ -4,11 +4,11 @@
 // turns text into a number or a number into text goes through here:
 //  - leadingNumber: the longest prefix of a text that reads as a decimal number
 //    ("." as the point, blanks skipped anywhere, an exponent allowed), 0 if none.
-//  - numberText: the plain decimal form of a double, at most 15 significant
-//    digits, no exponent ("0.5", "1250", "-3.25").
-//  - signedNumberText: the form that leaves a leading blank for the sign of a
-//    number that is not negative and drops the zero ahead of the point
-//    (" 1500", " .5", "-.5").
+//  - numberText: the shortest plain decimal form of a double, at most 15
+//    significant digits, no exponent, no zero ahead of the point (".5",
+//    "1250", "-3.25", "-.5", "0").
+//  - signedNumberText: the same with a leading blank for the sign of a
+//    number that is not negative (" 1500", " .5", "-.5").
 //  - singleText: the default text of a single-precision value, 7 significant
 //    digits, exponent form once the whole part needs more ("1.234568E+08").
 //  - roundHalfEven: rounding to a number of decimals, halves to the even digit.

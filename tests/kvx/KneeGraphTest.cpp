@@ -329,14 +329,14 @@ TEST_F(kvxKnee, NotAvailableIsTestedOnTheVoltageTextInTheIeee45BranchOnly)
     appState().KneeStandard = QStringLiteral("IEEE 45");
     frmTestExcelChart().cmdPlotData_Click();
     EXPECT_DOUBLE_EQ(knee(1).voltage, 0.0001);
-    EXPECT_EQ(tap(1).isIeee45, QStringLiteral("0.0001"));
+    EXPECT_EQ(tap(1).isIeee45, QStringLiteral(".0001"));
     EXPECT_EQ(knee(1).current, 0.0); // the "NA" of vsIeee45 zeroes it
     EXPECT_FALSE(graph().cursor(1).visible);
 
     appState().KneeStandard = QStringLiteral("IEEE 30");
     frmTestExcelChart().cmdPlotData_Click();
     EXPECT_DOUBLE_EQ(knee(1).voltage, 0.0001);
-    EXPECT_EQ(tap(1).isIeee30, QStringLiteral("0.0001"));
+    EXPECT_EQ(tap(1).isIeee30, QStringLiteral(".0001"));
     EXPECT_DOUBLE_EQ(knee(1).current, 0.0001); // vsIeee30 is not looked at
     EXPECT_TRUE(graph().cursor(1).visible);
 }
@@ -387,7 +387,7 @@ TEST_F(kvxKnee, DashesGiveAMarkerOnTheRepairFillerWithItsCursorFlaggedVisible)
 
     EXPECT_DOUBLE_EQ(knee(1).voltage, 0.0001);
     EXPECT_DOUBLE_EQ(knee(1).current, 0.0001);
-    EXPECT_EQ(tap(1).isIeee30, QStringLiteral("0.0001"));
+    EXPECT_EQ(tap(1).isIeee30, QStringLiteral(".0001"));
     EXPECT_TRUE(graph().cursor(1).visible);
     EXPECT_DOUBLE_EQ(graph().cursor(1).x, 0.0001);
     EXPECT_DOUBLE_EQ(graph().cursor(1).y, 0.0001);

@@ -284,6 +284,43 @@ TEST_F(kvxCompensation, TheZblReportGetsItsOwnFieldsWrittenBack)
     EXPECT_EQ(kvxCondensedReport().lbTexteCompensedTemp1, "");
 }
 
+TEST_F(kvxCompensation, RewrittenFieldsHaveNoZeroAheadOfThePoint)
+{
+    dialog("0.50 C", "-0.25", "0.0");
+    // 0.5 x (-0.25 + 0.5) / (-0.25 + 0) = -0.5
+    EXPECT_EQ(compensate(QStringLiteral("0.5 ohm")), "-0.500 ohm");
+    CompensationDialogModel& d = compensationDialog();
+    EXPECT_EQ(d.txtTS, ".5");
+    EXPECT_EQ(d.txtTK, "-.25");
+    EXPECT_EQ(d.txtTM, "0");
+    EXPECT_EQ(kvxCondensedReport().lbTexteCompensedTemp1, ".5C");
+    EXPECT_EQ(kvxCondensedReport().txtTemperature, "0C");
+    // The resistance argument itself is rewritten the same way.
+    QString text = QStringLiteral("0.5 ohm");
+    d.CalculatedCompensendResistanceRS(text, QStringLiteral("ZBL"));
+    EXPECT_EQ(text, ".5");
+    // A minus sign is where the unit scan stops, so a negative resistance is
+    // all unit and is left as it stands.
+    text = QStringLiteral("-0.75 ohm");
+    EXPECT_EQ(d.CalculatedCompensendResistanceRS(text, QStringLiteral("ZBL")), "");
+    EXPECT_EQ(text, "-0.75 ohm");
+}
+
+TEST_F(kvxCompensation, ACustomTkBelowOneReadsWithoutAZeroAheadOfThePoint)
+{
+    CompensationDialogModel& d = compensationDialog();
+    d.TkSelected = 234.5;
+    d.txtTK = QStringLiteral("0.5");
+    d.CheckIfTkChange();
+    EXPECT_EQ(zblBasicReport().cbCompensationText, "Custom (TK=.5)");
+    d.txtTK = QStringLiteral("-0.5");
+    d.CheckIfTkChange();
+    EXPECT_EQ(zblBasicReport().cbCompensationText, "Custom (TK=-.5)");
+    d.txtTK = QStringLiteral("0");
+    d.CheckIfTkChange();
+    EXPECT_EQ(zblBasicReport().cbCompensationText, "Custom (TK=0)");
+}
+
 // --- Fills of the dialog --------------------------------------------------
 
 TEST_F(kvxCompensation, FillValueTakesTkFromTheBoxAndTmFromTheTemperature)

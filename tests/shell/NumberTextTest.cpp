@@ -52,14 +52,18 @@ TEST(NumberText, IsThePlainShortForm)
 {
     EXPECT_EQ(numberText(0.0), "0");
     EXPECT_EQ(numberText(1250.0), "1250");
-    EXPECT_EQ(numberText(0.5), "0.5");
+    EXPECT_EQ(numberText(-0.0), "0");
+    // No zero ahead of the point, on either side of zero.
+    EXPECT_EQ(numberText(0.5), ".5");
+    EXPECT_EQ(numberText(-0.5), "-.5");
     EXPECT_EQ(numberText(-3.25), "-3.25");
     EXPECT_EQ(numberText(234.5), "234.5");
-    EXPECT_EQ(numberText(0.0001), "0.0001");
+    EXPECT_EQ(numberText(0.0001), ".0001");
+    EXPECT_EQ(numberText(-0.0001), "-.0001");
     EXPECT_EQ(numberText(1e20), "100000000000000000000");
     // Fifteen significant digits hide the binary noise of a product.
     EXPECT_EQ(numberText(1.234 * 1000), "1234");
-    EXPECT_EQ(numberText(0.1 + 0.2), "0.3");
+    EXPECT_EQ(numberText(0.1 + 0.2), ".3");
 }
 
 TEST(SignedNumberText, LeavesABlankForThePlusSign)

@@ -586,10 +586,17 @@ TEST_F(zblReader, ResistanceNumberIsRewrittenAsItsNumberText)
     parseRow(QStringLiteral("- 1 a .5 mOhm 1 b 2.500 Ohm 10A 5sec 00:00:00"), 0);
     parseRow(QStringLiteral("- 1 a 1.2e3 µOhm 1 b abc Ohm 10A 5sec 00:00:00"), 1);
     const ZblTestRecord& r = record();
-    EXPECT_EQ(r.ResistanceA[0], QStringLiteral("0.5 mOhm"));
+    EXPECT_EQ(r.ResistanceA[0], QStringLiteral(".5 mOhm"));
     EXPECT_EQ(r.ResistanceB[0], QStringLiteral("2.5 Ohm"));
     EXPECT_EQ(r.ResistanceA[1], QStringLiteral("1200 µOhm"));
     EXPECT_EQ(r.ResistanceB[1], QStringLiteral("0 Ohm"));
+    // Below one, negative and zero: no zero ahead of the point.
+    parseRow(QStringLiteral("- 1 a -0.25 mOhm 1 b 0.000 Ohm 10A 5sec 00:00:00"), 2);
+    parseRow(QStringLiteral("- 1 a 0.0036 Ohm 1 b -12.50 Ohm 10A 5sec 00:00:00"), 3);
+    EXPECT_EQ(r.ResistanceA[2], QStringLiteral("-.25 mOhm"));
+    EXPECT_EQ(r.ResistanceB[2], QStringLiteral("0 Ohm"));
+    EXPECT_EQ(r.ResistanceA[3], QStringLiteral(".0036 Ohm"));
+    EXPECT_EQ(r.ResistanceB[3], QStringLiteral("-12.5 Ohm"));
 }
 
 TEST_F(zblReader, CurrentsOfTheFourRangesAndTheirUnits)
