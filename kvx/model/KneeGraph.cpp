@@ -149,6 +149,11 @@ KneeGraph& kvxReportGraph()
     return kvxSession().graph;
 }
 
+bool kneePointOnPlot(double x, double y, const GraphAxis& axisX, const GraphAxis& axisY)
+{
+    return x >= axisX.minimum && x <= axisX.maximum && y >= axisY.minimum && y <= axisY.maximum;
+}
+
 // ---- frmGraph ---------------------------------------------------------------
 
 void flushGraph()

@@ -89,6 +89,12 @@ private:
 // The graph of the condensed report, `CWGraph1` of frmKVXCondensedReport.
 KneeGraph& kvxReportGraph();
 
+// Whether a point (mA, V) lies on the plot: within both axes as they stand,
+// bounds included. A knee cursor is drawn there only, as a point of a plot
+// outside the axes is not: the knee of an empty text lies at 0.0001 and shows
+// nothing, and a zoom hides the cursors it leaves out.
+bool kneePointOnPlot(double x, double y, const GraphAxis& axisX, const GraphAxis& axisY);
+
 // ---- frmGraph ---------------------------------------------------------------
 
 // Zeroes the ten volts and ten current arrays of the record, index 0 to 119.

@@ -5,6 +5,7 @@
 #include <QChart>
 #include <QGraphicsItem>
 #include <QGraphicsLineItem>
+#include <QGraphicsRectItem>
 #include <QLegend>
 #include <QLegendMarker>
 #include <QLineSeries>
@@ -185,8 +186,14 @@ KvxKneeChart::KvxKneeChart(QWidget* parent) : QChartView(parent)
     // cursors are not (cursor k is the knee of tap slot k), and cursor k takes
     // the colour of plot k. With a tap missing ahead of it a cursor therefore
     // sits on a curve of another colour, at the right coordinates.
+    m_plotClip = new QGraphicsRectItem(c);
+    m_plotClip->setPen(Qt::NoPen);
+    m_plotClip->setBrush(Qt::NoBrush);
+    m_plotClip->setFlag(QGraphicsItem::ItemClipsChildrenToShape);
+    m_plotClip->setAcceptedMouseButtons(Qt::NoButton);
+    m_plotClip->setZValue(CursorZ);
     for (int n = 1; n <= CursorCount; ++n) {
-        auto* item = new KneeCursorItem(plotColour(n), c);
+        auto* item = new KneeCursorItem(plotColour(n), m_plotClip);
         item->setVisible(false);
         m_cursors[static_cast<std::size_t>(n - 1)].item = item;
     }
@@ -242,6 +249,11 @@ QColor KvxKneeChart::cursorColour(int n) const
     return m_cursors.at(static_cast<std::size_t>(n - 1)).item->colour();
 }
 
+const QGraphicsItem* KvxKneeChart::cursorItem(int n) const
+{
+    return m_cursors.at(static_cast<std::size_t>(n - 1)).item;
+}
+
 void KvxKneeChart::mirror(const KneeGraph& graph, const std::array<QString, PlotCount>& legends)
 {
     for (int n = 1; n <= PlotCount; ++n) {
@@ -289,15 +301,13 @@ void KvxKneeChart::mirror(const KneeGraph& graph, const std::array<QString, Plot
 
 void KvxKneeChart::placeCursors()
 {
-    const qreal xMin = m_axisX->min();
-    const qreal xMax = m_axisX->max();
-    const qreal yMin = m_axisY->min();
-    const qreal yMax = m_axisY->max();
+    // The axes as they are drawn: a rubber band zooms them before the model
+    // hears of it.
+    const GraphAxis shownX{QString(), m_axisX->min(), m_axisX->max(), true};
+    const GraphAxis shownY{QString(), m_axisY->min(), m_axisY->max(), true};
+    m_plotClip->setRect(chart()->plotArea());
     for (CursorState& c : m_cursors) {
-        // Like a point of a series, a cursor outside the axes is not drawn;
-        // the knee of an empty text lies at 0.0001 and so shows nothing.
-        const bool inside = c.value.x() >= xMin && c.value.x() <= xMax && c.value.y() >= yMin &&
-                            c.value.y() <= yMax;
+        const bool inside = kneePointOnPlot(c.value.x(), c.value.y(), shownX, shownY);
         if (c.visible && inside)
             c.item->setPos(chart()->mapToPosition(c.value, m_plots[0]));
         c.item->setVisible(c.visible && inside);

@@ -16,7 +16,9 @@
 #include <array>
 #include <vector>
 
+class QGraphicsItem;
 class QGraphicsLineItem;
+class QGraphicsRectItem;
 class QLineSeries;
 class QLogValueAxis;
 
@@ -54,6 +56,8 @@ public:
     bool cursorVisible(int n) const;
     bool cursorDrawn(int n) const;
     QColor cursorColour(int n) const;
+    // The item that draws cursor n; it is drawn clipped to the plot area.
+    const QGraphicsItem* cursorItem(int n) const;
     // The cursor being dragged, 0 when none.
     int draggedCursor() const { return m_dragged; }
 
@@ -94,6 +98,9 @@ private:
     std::array<std::vector<double>, PlotCount> m_drawnX; // what each plot last took
     std::array<std::vector<double>, PlotCount> m_drawnY;
     std::array<CursorState, CursorCount> m_cursors{};
+    // The plot area: the cursors are its children and are drawn inside it
+    // only, never over the axes and their labels.
+    QGraphicsRectItem* m_plotClip = nullptr;
     QGraphicsLineItem* m_guideX = nullptr; // crosshair of the cursor being dragged
     QGraphicsLineItem* m_guideY = nullptr;
     int m_trackMode = 1;

@@ -9,6 +9,11 @@
 
 #include <gtest/gtest.h>
 
+#include <QLocale>
+
+#include <clocale>
+#include <limits>
+#include <string>
 #include <vector>
 
 namespace quenby::testing {
@@ -433,6 +438,171 @@ TEST_F(VGraphTest, SampleInMicroAndMilliohmsConvertsEachRow)
     EXPECT_DOUBLE_EQ(record().tabChannelB[0], 0.0008453);
     EXPECT_EQ(ScanTabChannel(A), 19);
     EXPECT_EQ(ScanTabChannel(B), 19);
+}
+
+// ---- the labels of the Y axis ----------------------------------------------
+
+// Whether the labels of the axis read all differently.
+bool labelsDiffer(double minimum, double maximum, int ticks, int decimals)
+{
+    QStringList labels = vGraphTickLabels(minimum, maximum, ticks, decimals);
+    labels.removeDuplicates();
+    return labels.size() == ticks;
+}
+
+TEST(VGraphTicks, TicksRunEvenlyFromBottomToTop)
+{
+    EXPECT_DOUBLE_EQ(vGraphTickValue(0.5, 0.7, 5, 0), 0.5);
+    EXPECT_DOUBLE_EQ(vGraphTickValue(0.5, 0.7, 5, 1), 0.55);
+    EXPECT_DOUBLE_EQ(vGraphTickValue(0.5, 0.7, 5, 4), 0.7);
+    EXPECT_DOUBLE_EQ(vGraphTickValue(0.5, 0.7, 1, 0), 0.5);
+}
+
+TEST(VGraphTicks, ScalesOfCurvesTakeTheDecimalsTheirStepsNeed)
+{
+    struct Curve
+    {
+        const char* what;
+        double low;  // the lowest value of the curve, or the low ceiling
+        double peak; // the highest
+        int decimals;
+        QStringList labels;
+    };
+    const Curve curves[] = {
+        // A scale from 0.5286 to 0.7324, ticks 0.051 apart: one decimal reads
+        // 0.5, 0.6, 0.6, 0.7, 0.7.
+        {"V around 600 mOhm", 0.555, 0.6975, 2, {"0.53", "0.58", "0.63", "0.68", "0.73"}},
+        // Above 100 ohms the low keeps the fixed ceiling: 95.2 to 315.
+        {"curve above 100 Ohm", VGraphLowCeiling, 300.0, 0, {"95", "150", "205", "260", "315"}},
+        // 805.0 to 947.2 µOhm, ticks 35.5 µOhm apart.
+        {"V in microohms",
+         0.0008453,
+         0.0009021,
+         5,
+         {"0.00081", "0.00084", "0.00088", "0.00091", "0.00095"}},
+    };
+    for (const Curve& curve : curves) {
+        SCOPED_TRACE(curve.what);
+        const double low = curve.low / VGraphScaleMargin;
+        const double peak = curve.peak * VGraphScaleMargin;
+        ASSERT_EQ(vGraphTickDecimals(low, peak, VGraphYTickCount), curve.decimals);
+        EXPECT_EQ(vGraphTickLabels(low, peak, VGraphYTickCount, curve.decimals), curve.labels);
+        if (curve.decimals > 0) {
+            EXPECT_FALSE(labelsDiffer(low, peak, VGraphYTickCount, curve.decimals - 1));
+        }
+    }
+}
+
+TEST(VGraphTicks, DecimalsAreTheFewestThatTellEveryTickApart)
+{
+    // Bottoms and widths from nanohms to kilohms, as a zoom may leave them.
+    for (const double bottom : {0.0, 0.0004, 0.43, 1.0, 7.5, 95.238, 1234.5}) {
+        for (const double width : {1e-8, 3e-7, 2e-5, 0.0013, 0.05, 0.21, 3.7, 48.0, 900.0}) {
+            for (const int ticks : {2, 3, VGraphYTickCount, 11}) {
+                const int decimals = vGraphTickDecimals(bottom, bottom + width, ticks);
+                SCOPED_TRACE(::testing::Message() << bottom << " + " << width << ", " << ticks);
+                ASSERT_GE(decimals, 0);
+                ASSERT_LE(decimals, VGraphMaxTickDecimals);
+                EXPECT_TRUE(labelsDiffer(bottom, bottom + width, ticks, decimals));
+                if (decimals > 0) {
+                    EXPECT_FALSE(labelsDiffer(bottom, bottom + width, ticks, decimals - 1));
+                }
+            }
+        }
+    }
+}
+
+TEST(VGraphTicks, TicksCloserThanANanohmStopAtTheMostDecimals)
+{
+    EXPECT_EQ(vGraphTickDecimals(1.0, 1.0 + 1e-12, VGraphYTickCount), VGraphMaxTickDecimals);
+    EXPECT_FALSE(labelsDiffer(1.0, 1.0 + 1e-12, VGraphYTickCount, VGraphMaxTickDecimals));
+}
+
+TEST(VGraphTicks, NothingToTellApartTakesNoDecimals)
+{
+    EXPECT_EQ(vGraphTickDecimals(0.4, 0.4, VGraphYTickCount), 0);
+    EXPECT_EQ(vGraphTickDecimals(0.4, 0.5, 1), 0);
+    EXPECT_EQ(vGraphTickDecimals(0.4, std::numeric_limits<double>::infinity(), 5), 0);
+    EXPECT_EQ(vGraphTickDecimals(std::numeric_limits<double>::quiet_NaN(), 0.5, 5), 0);
+}
+
+TEST(VGraphTicks, UpsideDownAxisOfAChannelAllOffTellsItsTicksApart)
+{
+    const double top = VGraphLowCeiling / VGraphScaleMargin;
+    EXPECT_EQ(vGraphTickDecimals(top, 0.0, VGraphYTickCount), 0);
+    EXPECT_EQ(vGraphTickLabels(top, 0.0, VGraphYTickCount, 0),
+              QStringList({"95", "71", "48", "24", "0"}));
+}
+
+TEST(VGraphTicks, LabelsKeepThePointUnderAnyLocale)
+{
+    const std::string before = std::setlocale(LC_ALL, nullptr);
+    const QLocale qtBefore;
+    for (const char* name : {"fr_FR.UTF-8", "pl_PL.UTF-8"}) {
+        std::setlocale(LC_ALL, name);
+        QLocale::setDefault(QLocale(QString::fromLatin1(name).left(5)));
+        EXPECT_EQ(vGraphTickLabels(0.5, 0.7, 3, 2), QStringList({"0.50", "0.60", "0.70"}));
+        EXPECT_EQ(vGraphTickLabels(1000.0, 3000.0, 3, 1),
+                  QStringList({"1000.0", "2000.0", "3000.0"}));
+    }
+    QLocale::setDefault(qtBefore);
+    std::setlocale(LC_ALL, before.c_str());
+}
+
+// ---- where the cursor is drawn ----------------------------------------------
+
+TEST_F(VGraphTest, PointsOnThePlotLieWithinBothAxesBoundsIncluded)
+{
+    VGraphChartState state;
+    state.x = GraphAxis{QString(), 1.0, 121.0, false};
+    state.y = GraphAxis{QString(), 0.5, 0.7, false};
+    EXPECT_TRUE(vGraphPointOnPlot(state, 60.0, 0.6));
+    EXPECT_TRUE(vGraphPointOnPlot(state, 1.0, 0.5));
+    EXPECT_TRUE(vGraphPointOnPlot(state, 121.0, 0.7));
+    // Left of the Y axis, right of the last row, above and below.
+    EXPECT_FALSE(vGraphPointOnPlot(state, 0.0, 0.6));
+    EXPECT_FALSE(vGraphPointOnPlot(state, 121.5, 0.6));
+    EXPECT_FALSE(vGraphPointOnPlot(state, 60.0, 0.71));
+    EXPECT_FALSE(vGraphPointOnPlot(state, 60.0, 0.49));
+
+    EXPECT_EQ(vGraphPointKeptOnPlot(state, -3.0, 0.8), QPointF(1.0, 0.7));
+    EXPECT_EQ(vGraphPointKeptOnPlot(state, 200.0, 0.1), QPointF(121.0, 0.5));
+    EXPECT_EQ(vGraphPointKeptOnPlot(state, 60.0, 0.6), QPointF(60.0, 0.6));
+
+    // The inverted scale of a channel all "OFF" counts from its lower bound.
+    state.y = GraphAxis{QString(), VGraphLowCeiling / VGraphScaleMargin, 0.0, false};
+    EXPECT_TRUE(vGraphPointOnPlot(state, 1.0, 50.0));
+    EXPECT_EQ(vGraphPointKeptOnPlot(state, 1.0, 120.0),
+              QPointF(1.0, VGraphLowCeiling / VGraphScaleMargin));
+}
+
+TEST_F(VGraphTest, CursorIsDrawnOnlyOnThePlot)
+{
+    // Loaded, the cursor stands at (0, 0) and there is no curve.
+    EXPECT_TRUE(graph().window.CWGraph1.cursor.visible);
+    EXPECT_FALSE(vGraphCursorDrawn(graph().window.CWGraph1));
+
+    setTable(record().tabChannelA, {0.5, 0.4, 0.45, 0.6, 0.55});
+    GraphChannel() = QStringLiteral("A");
+    graph().SendZBLTapInfoToChart(QStringLiteral("A"));
+    // (0, 0) lies left of the first row and below the low scale.
+    EXPECT_FALSE(vGraphCursorDrawn(graph().window.CWGraph1));
+
+    double x = 2.0;
+    double y = 0.45;
+    graph().CWGraph1_CursorChange(x, y, QStringLiteral("Position"));
+    EXPECT_TRUE(vGraphCursorDrawn(graph().window.CWGraph1));
+
+    // A zoom that leaves the point out hides the cursor; the unzoom brings it
+    // back where it was.
+    graph().zoomTo(3.0, 5.0, 0.5, 0.6);
+    EXPECT_FALSE(vGraphCursorDrawn(graph().window.CWGraph1));
+    EXPECT_DOUBLE_EQ(graph().window.CWGraph1.cursor.x, 2.0);
+    graph().CWGraph1_DblClick();
+    EXPECT_TRUE(vGraphCursorDrawn(graph().window.CWGraph1));
+
+    graph().window.CWGraph1.cursor.visible = false;
+    EXPECT_FALSE(vGraphCursorDrawn(graph().window.CWGraph1));
 }
 
 } // namespace

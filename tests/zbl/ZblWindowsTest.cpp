@@ -27,7 +27,11 @@
 #include <QChartView>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QFontMetricsF>
 #include <QFrame>
+#include <QGraphicsEllipseItem>
+#include <QGraphicsTextItem>
+#include <QImage>
 #include <QLabel>
 #include <QLineEdit>
 #include <QLineSeries>
@@ -41,6 +45,8 @@
 #include <QValueAxis>
 #include <QtTest>
 
+#include <algorithm>
+#include <cmath>
 #include <functional>
 
 using namespace quenby;
@@ -222,9 +228,10 @@ private:
 
     // The graph of channel A opened from the report, then shown again
     // without a modal wait so that the test can use the mouse on it.
-    frmZBLVGraph& openGraphAForMouse()
+    frmZBLVGraph&
+    openGraphAForMouse(const QString& sample = QStringLiteral("zbl-manual-19-rows.zbl"))
     {
-        openSample(QStringLiteral("zbl-manual-19-rows.zbl"));
+        openSample(sample);
         frmZBLBasicReport& w = frmZBLBasicReport::instance();
         w.mirrorModel();
         frmZBLVGraph& graph = frmZBLVGraph::instance();
@@ -234,7 +241,126 @@ private:
         graph.setWindowModality(Qt::NonModal);
         graph.show();
         [&] { QVERIFY(QTest::qWaitForWindowExposed(&graph)); }();
+        // Chart axes and plot area lay out anew only when events run.
+        QCoreApplication::processEvents();
         return graph;
+    }
+
+    // Every Y label of a graph reads as the model computes it: each tick
+    // with the decimals its range needs, all different, none cut short, and
+    // each whole within the room the chart leaves left of its plot area.
+    static void checkYLabels(const VGraphChart& c, const GraphAxis& y)
+    {
+        QChart* chart = c.view->chart();
+        const QRectF area = chart->plotArea();
+        const QStringList expected =
+            vGraphTickLabels(y.minimum, y.maximum, VGraphYTickCount,
+                             vGraphTickDecimals(y.minimum, y.maximum, VGraphYTickCount));
+        const QList<const QGraphicsTextItem*> labels = yLabelsOf(c);
+        QStringList shown;
+        for (const QGraphicsTextItem* label : labels)
+            shown.append(label->toPlainText());
+        QCOMPARE(shown, expected);
+
+        QSet<QString> apart;
+        const QFontMetricsF metrics(c.axisY->labelsFont());
+        const qreal room = area.left() - chart->margins().left();
+        for (const QGraphicsTextItem* label : labels) {
+            const QString text = label->toPlainText();
+            QVERIFY2(!text.contains(QLatin1String("...")) && !text.contains(QChar(0x2026)),
+                     qPrintable(text));
+            apart.insert(text);
+            QVERIFY2(metrics.horizontalAdvance(text) <= room,
+                     qPrintable(text + " needs " +
+                                QString::number(metrics.horizontalAdvance(text)) + " of " +
+                                QString::number(room)));
+            const QRectF at = chart->mapRectFromScene(label->sceneBoundingRect());
+            QVERIFY2(at.left() >= 0.0 && at.right() <= area.left(), qPrintable(text));
+        }
+        QCOMPARE(apart.size(), shown.size());
+    }
+
+    // The Y labels as the chart draws them, bottom to top: its text items
+    // left of the plot area, at the height of a tick.
+    static QList<const QGraphicsTextItem*> yLabelsOf(const VGraphChart& c)
+    {
+        QChart* chart = c.view->chart();
+        const QRectF area = chart->plotArea();
+        QList<const QGraphicsTextItem*> labels;
+        for (const QGraphicsItem* item : c.view->scene()->items()) {
+            const auto* text = qgraphicsitem_cast<const QGraphicsTextItem*>(item);
+            if (!text || !text->isVisible() || text->toPlainText().isEmpty())
+                continue;
+            const QPointF centre = chart->mapRectFromScene(text->sceneBoundingRect()).center();
+            if (centre.x() < area.left() && centre.y() >= area.top() - 1 &&
+                centre.y() <= area.bottom() + 1)
+                labels.append(text);
+        }
+        std::sort(labels.begin(), labels.end(), [](const auto* a, const auto* b) {
+            return a->sceneBoundingRect().center().y() > b->sceneBoundingRect().center().y();
+        });
+        return labels;
+    }
+
+    // The plot area of a graph in pixels of its viewport.
+    static QRect plotAreaInViewport(const VGraphChart& c)
+    {
+        QChart* chart = c.view->chart();
+        return c.view->mapFromScene(chart->mapRectToScene(chart->plotArea())).boundingRect();
+    }
+
+    // Pixels of the cursor's red in the viewport of a graph, inside its plot
+    // area (with a pixel of antialiasing around it) or outside.
+    static int redPixels(const VGraphChart& c, bool insidePlot)
+    {
+        const QImage image = c.view->viewport()->grab().toImage();
+        const QRect area = plotAreaInViewport(c).adjusted(-1, -1, 1, 1);
+        int count = 0;
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x) {
+                const QColor colour = image.pixelColor(x, y);
+                const bool red = colour.red() > 150 && colour.green() < 110 && colour.blue() < 110;
+                if (red && area.contains(x, y) == insidePlot)
+                    ++count;
+            }
+        }
+        return count;
+    }
+
+    // The ring stands on the model's cursor, inside the plot area, clipped
+    // to it, and no red of it lies outside the plot area.
+    static void checkRingOnPlot(const frmZBLVGraph& graph)
+    {
+        const VGraphChart& c = graph.CWGraph1();
+        QChart* chart = c.view->chart();
+        const QRectF area = chart->plotArea();
+        const QRectF around = area.adjusted(-0.5, -0.5, 0.5, 0.5);
+        const QGraphicsEllipseItem* ring = graph.cursorRing();
+        QVERIFY(ring->isVisible());
+        const GraphCursor& cursor = zblVGraph().window.CWGraph1.cursor;
+        const QPointF centre = chart->mapFromScene(ring->scenePos());
+        const QPointF point = chart->mapToPosition(QPointF(cursor.x, cursor.y), c.plot);
+        QVERIFY2(QLineF(centre, point).length() < 0.5,
+                 qPrintable(QStringLiteral("ring at %1,%2, point at %3,%4")
+                                .arg(centre.x())
+                                .arg(centre.y())
+                                .arg(point.x())
+                                .arg(point.y())));
+        QVERIFY(around.contains(centre));
+        QVERIFY(ring->isClipped());
+        const QRectF paintable =
+            chart->mapFromScene(ring->mapToScene(ring->clipPath())).boundingRect();
+        QVERIFY(around.contains(paintable));
+        QCOMPARE(redPixels(c, false), 0);
+        QVERIFY(redPixels(c, true) > 0);
+    }
+
+    // Neither ring nor red anywhere on the graph.
+    static void checkRingHidden(const frmZBLVGraph& graph)
+    {
+        QVERIFY(!graph.cursorRing()->isVisible());
+        QCOMPARE(redPixels(graph.CWGraph1(), false), 0);
+        QCOMPARE(redPixels(graph.CWGraph1(), true), 0);
     }
 
     // The point of the graph's viewport that shows `value`.
@@ -273,16 +399,17 @@ private:
         return {c.axisX->min(), c.axisX->max(), c.axisY->min(), c.axisY->max()};
     }
 
-    // Ticks the zoom box and draws a rectangle over the middle half of the
-    // graph; gives the axes before the zoom.
-    static Axes zoomIntoTheMiddle(frmZBLVGraph& graph)
+    // Ticks the zoom box and draws a rectangle over the middle of the graph,
+    // `kept` of its width and height (half by default); gives the axes before
+    // the zoom.
+    static Axes zoomIntoTheMiddle(frmZBLVGraph& graph, double kept = 0.5)
     {
         const Axes full = axesOf(graph);
         graph.findChild<QCheckBox*>("ckZoom")->click();
-        const double w = full.xMax - full.xMin;
-        const double h = full.yMax - full.yMin;
-        const QPoint from = viewportPointOf(graph, {full.xMin + w / 4, full.yMin + h / 4});
-        const QPoint to = viewportPointOf(graph, {full.xMax - w / 4, full.yMax - h / 4});
+        const double w = (full.xMax - full.xMin) * (1 - kept) / 2;
+        const double h = (full.yMax - full.yMin) * (1 - kept) / 2;
+        const QPoint from = viewportPointOf(graph, {full.xMin + w, full.yMin + h});
+        const QPoint to = viewportPointOf(graph, {full.xMax - w, full.yMax - h});
         dragOnGraph(graph, from, to);
         return full;
     }
@@ -918,6 +1045,126 @@ private Q_SLOTS:
         QCOMPARE(zblVGraph().window.CWGraph1.cursor.y, at.y());
         // The drag changed no axis.
         QCOMPARE(axesOf(graph).xMax, full.xMax);
+        graph.close();
+    }
+
+    void vGraphYLabelsAreWholeApartAndFitLeftOfThePlot()
+    {
+        // The test of the picture: a V between 0.55 and 0.70 ohm, whose
+        // labels once read "0.7...", "0.6...", "0.6...".
+        frmZBLVGraph& graph = openGraphAForMouse(QStringLiteral("zbl-autotc-122-rows.zbl"));
+        const GraphAxis full = zblVGraph().window.CWGraph1.y;
+        QCOMPARE(vGraphTickDecimals(full.minimum, full.maximum, VGraphYTickCount), 2);
+        checkYLabels(graph.CWGraph1(), full);
+        if (QTest::currentTestFailed())
+            return;
+
+        // Zoomed into a tenth of the middle, the labels take the decimals of
+        // the smaller steps.
+        zoomIntoTheMiddle(graph, 0.1);
+        QCoreApplication::processEvents();
+        const GraphAxis zoomed = zblVGraph().window.CWGraph1.y;
+        QVERIFY(zoomed.maximum - zoomed.minimum < full.maximum - full.minimum);
+        QCOMPARE(vGraphTickDecimals(zoomed.minimum, zoomed.maximum, VGraphYTickCount), 3);
+        checkYLabels(graph.CWGraph1(), zoomed);
+        if (QTest::currentTestFailed())
+            return;
+
+        // The print twin, never shown, draws the whole curve with the same
+        // labels when it is laid out for paper.
+        frmPrintVGraph& paper = frmPrintVGraph::instance();
+        paper.mirror(zblVGraph().print);
+        (void)paper.grab();
+        QCoreApplication::processEvents();
+        (void)paper.grab();
+        checkYLabels(paper.CWGraph1(), zblVGraph().print.CWGraph1.y);
+        if (QTest::currentTestFailed())
+            return;
+
+        // Channel B of another test, in microohms, over a graph laid out
+        // for milliohms.
+        zblVGraph().CWGraph1_DblClick();
+        graph.close();
+        openSample(QStringLiteral("zbl-manual-19-rows.zbl"));
+        frmZBLBasicReport& w = frmZBLBasicReport::instance();
+        w.mirrorModel();
+        QTimer::singleShot(0, &graph, [&] { graph.close(); });
+        entry(w, "mnuVGraphB")->trigger();
+        (void)graph.grab();
+        QCoreApplication::processEvents();
+        const GraphAxis micro = zblVGraph().window.CWGraph1.y;
+        QVERIFY(micro.maximum < 0.001);
+        QVERIFY(vGraphTickDecimals(micro.minimum, micro.maximum, VGraphYTickCount) >= 5);
+        checkYLabels(graph.CWGraph1(), micro);
+    }
+
+    void vGraphCursorIsDrawnOnThePlotOnly()
+    {
+        useLanguage({"frmZBLVGraph.lbCurrent,Tap"});
+        frmZBLVGraph& graph = openGraphAForMouse(QStringLiteral("zbl-autotc-122-rows.zbl"));
+        const VGraphChart& c = graph.CWGraph1();
+        const Axes full = axesOf(graph);
+
+        // As the window is loaded, the cursor stands at (0, 0): left of the
+        // first row and below the curve, so it is not drawn.
+        GraphCursor& cursor = zblVGraph().window.CWGraph1.cursor;
+        cursor.x = 0.0;
+        cursor.y = 0.0;
+        cursor.visible = true;
+        graph.mirror(zblVGraph().window);
+        QCoreApplication::processEvents();
+        checkRingHidden(graph);
+
+        // A press on the Y labels, left of the plot, does not take the cursor.
+        const QRect area = plotAreaInViewport(c);
+        QWidget* viewport = c.view->viewport();
+        const QPoint onLabels(area.left() - 15, area.center().y());
+        QTest::mouseClick(viewport, Qt::LeftButton, {}, onLabels);
+        QCOMPARE(cursor.x, 0.0);
+        QCOMPARE(cursor.y, 0.0);
+        checkRingHidden(graph);
+
+        // A press on the plot does, and the ring stands on it.
+        const double h = full.yMax - full.yMin;
+        const QPoint onPlot = viewportPointOf(graph, {31.0, full.yMin + h / 2});
+        QTest::mouseClick(viewport, Qt::LeftButton, {}, onPlot);
+        QVERIFY(std::abs(cursor.x - 31.0) < 0.5);
+        checkRingOnPlot(graph);
+
+        // Dragged past the Y axis, the cursor stays at the plot's left edge,
+        // half of its ring cut away.
+        dragOnGraph(graph, onPlot, QPoint(2, onPlot.y()));
+        QCOMPARE(cursor.x, full.xMin);
+        QVERIFY(cursor.y > full.yMin && cursor.y < full.yMax);
+        checkRingOnPlot(graph);
+
+        // A zoom that leaves the cursor's point out hides the ring...
+        zoomIntoTheMiddle(graph);
+        QCoreApplication::processEvents();
+        QVERIFY(axesOf(graph).xMin > cursor.x);
+        QCOMPARE(cursor.x, full.xMin);
+        checkRingHidden(graph);
+
+        // ...a click ends the zoom mode, and a press on the zoomed plot then
+        // puts the cursor there, where the labels of the zoom leave the plot
+        // area...
+        const Axes zoomed = axesOf(graph);
+        const QPoint inZoom = viewportPointOf(
+            graph, {(zoomed.xMin + zoomed.xMax) / 2, (zoomed.yMin + zoomed.yMax) / 2});
+        QTest::mouseClick(viewport, Qt::LeftButton, {}, inZoom);
+        QCOMPARE(zblVGraph().window.CWGraph1.trackMode, TrackDragCursor);
+        checkRingHidden(graph);
+        QTest::mouseClick(viewport, Qt::LeftButton, {}, inZoom);
+        QCoreApplication::processEvents();
+        QVERIFY(cursor.x > zoomed.xMin && cursor.x < zoomed.xMax);
+        checkRingOnPlot(graph);
+
+        // ...and the unzoom keeps it on its point of the whole curve.
+        QTest::mouseDClick(viewport, Qt::LeftButton, {}, inZoom);
+        QTest::mouseRelease(viewport, Qt::LeftButton, {}, inZoom);
+        QCoreApplication::processEvents();
+        QCOMPARE(axesOf(graph).xMin, full.xMin);
+        checkRingOnPlot(graph);
         graph.close();
     }
 };

@@ -9,6 +9,10 @@
 #include "zbl/model/ZblBasicReportView.h"
 #include "zbl/model/ZblTestRecord.h"
 
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
 namespace quenby {
 
 namespace {
@@ -106,6 +110,65 @@ double ScanTabChannelLow(const QString& channel)
         letSystemBreathe();
     }
     return low;
+}
+
+double vGraphTickValue(double minimum, double maximum, int tickCount, int i)
+{
+    if (tickCount < 2)
+        return minimum;
+    // The chart's own placing, so that a label computed here is the one it
+    // draws.
+    return minimum + (i * (maximum - minimum) / (tickCount - 1));
+}
+
+QStringList vGraphTickLabels(double minimum, double maximum, int tickCount, int decimals)
+{
+    QStringList labels;
+    for (int i = 0; i < tickCount; ++i)
+        labels.append(
+            QString::number(vGraphTickValue(minimum, maximum, tickCount, i), 'f', decimals));
+    return labels;
+}
+
+int vGraphTickDecimals(double minimum, double maximum, int tickCount)
+{
+    if (tickCount < 2 || !std::isfinite(minimum) || !std::isfinite(maximum) || minimum == maximum)
+        return 0;
+    for (int decimals = 0; decimals < VGraphMaxTickDecimals; ++decimals) {
+        QStringList labels = vGraphTickLabels(minimum, maximum, tickCount, decimals);
+        labels.removeDuplicates();
+        if (labels.size() == tickCount)
+            return decimals;
+    }
+    return VGraphMaxTickDecimals;
+}
+
+namespace {
+// The bounds of an axis, lower first, whichever way round it is given.
+std::pair<double, double> boundsOf(const GraphAxis& axis)
+{
+    return std::minmax(axis.minimum, axis.maximum);
+}
+} // namespace
+
+bool vGraphPointOnPlot(const VGraphChartState& graph, double x, double y)
+{
+    const auto [xLow, xHigh] = boundsOf(graph.x);
+    const auto [yLow, yHigh] = boundsOf(graph.y);
+    return x >= xLow && x <= xHigh && y >= yLow && y <= yHigh;
+}
+
+QPointF vGraphPointKeptOnPlot(const VGraphChartState& graph, double x, double y)
+{
+    const auto [xLow, xHigh] = boundsOf(graph.x);
+    const auto [yLow, yHigh] = boundsOf(graph.y);
+    return QPointF(std::clamp(x, xLow, xHigh), std::clamp(y, yLow, yHigh));
+}
+
+bool vGraphCursorDrawn(const VGraphChartState& graph)
+{
+    return graph.cursor.visible && graph.plot1.columns() > 0 &&
+           vGraphPointOnPlot(graph, graph.cursor.x, graph.cursor.y);
 }
 
 VGraph::VGraph()

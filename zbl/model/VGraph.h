@@ -16,7 +16,9 @@
 #include "shell/model/Checked.h"
 #include "shell/model/Dynamic.h"
 
+#include <QPointF>
 #include <QString>
+#include <QStringList>
 
 #include <cstdint>
 #include <functional>
@@ -32,6 +34,13 @@ inline constexpr auto ChannelB = "CHANNEL_B";
 inline constexpr double VGraphScaleMargin = 1.05;
 // The fixed start of the low scan: a curve wholly above it keeps it as low.
 inline constexpr double VGraphLowCeiling = 100.0;
+
+// The Y axis carries this many evenly spaced ticks, each with its label, the
+// first at the bottom of the axis and the last at its top.
+inline constexpr int VGraphYTickCount = 5;
+// The most digits a Y label shows behind the point: a nanohm. Ticks that lie
+// closer together than that may read alike.
+inline constexpr int VGraphMaxTickDecimals = 9;
 
 // The head of the report as the graph shows it.
 struct VGraphHead
@@ -106,6 +115,29 @@ Int16 ScanTabChannel(const QString& channel);
 double ScanTabChannelPeak(const QString& channel);
 // The lowest of elements 1 up to the end of the curve, from 100.0.
 double ScanTabChannelLow(const QString& channel);
+
+// Tick i (0 up to tickCount - 1) of a linear axis from minimum to maximum,
+// where the chart draws it. Fewer than two ticks stand at the minimum.
+double vGraphTickValue(double minimum, double maximum, int tickCount, int i);
+// The labels of those ticks, bottom to top, each with `decimals` digits behind
+// the point in the plain form "0.625", whatever the desktop's number format.
+QStringList vGraphTickLabels(double minimum, double maximum, int tickCount, int decimals);
+// The fewest digits behind the point, from 0 up to VGraphMaxTickDecimals,
+// with which no two tick labels read alike; the most when even they do not
+// tell the ticks apart. An axis of no width, a non-finite bound or fewer than
+// two ticks leave nothing to tell apart and take 0.
+int vGraphTickDecimals(double minimum, double maximum, int tickCount);
+
+// Whether (x, y) lies on the plot: within both axes of `graph`, bounds
+// included, an axis given upside down counting from its lower bound. The
+// cursor is drawn only there, as a point of the plot outside the axes is not.
+bool vGraphPointOnPlot(const VGraphChartState& graph, double x, double y);
+// The nearest point to (x, y) on the plot: each value held between the bounds
+// of its axis. A drag that leaves the plot keeps the cursor at its edge.
+QPointF vGraphPointKeptOnPlot(const VGraphChartState& graph, double x, double y);
+// Whether the window draws the cursor: shown, over a curve that has points,
+// and on the plot.
+bool vGraphCursorDrawn(const VGraphChartState& graph);
 
 class VGraph
 {

@@ -1,6 +1,8 @@
 #include "zbl/ui/ZblPageParts.h"
 
 #include "report/ui/ReportWindow.h"
+#include "zbl/model/VGraph.h"
+
 #include <QChartView>
 #include <QComboBox>
 #include <QFrame>
@@ -235,7 +237,9 @@ VGraphChart makeVGraphChart(QWidget* parent)
     graph.axisX = new QValueAxis(chart);
     graph.axisX->setLabelFormat(QStringLiteral("%d"));
     graph.axisY = new QValueAxis(chart);
-    graph.axisY->setLabelFormat(QStringLiteral("%.4g"));
+    // The labels take as many decimals as their range needs when the graph
+    // is drawn.
+    graph.axisY->setTickCount(VGraphYTickCount);
     chart->addAxis(graph.axisX, Qt::AlignBottom);
     chart->addAxis(graph.axisY, Qt::AlignLeft);
     graph.plot->attachAxis(graph.axisX);

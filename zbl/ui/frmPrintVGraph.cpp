@@ -49,7 +49,7 @@ frmPrintVGraph::frmPrintVGraph()
 
 void frmPrintVGraph::mirror(const VGraphForm& form)
 {
-    mirrorVGraphPage(*this, m_graph, nullptr, form);
+    mirrorVGraphPage(*this, m_graph, form);
 }
 
 void frmPrintVGraph::FillTextsPrintVGraph()

@@ -9,6 +9,7 @@
 #include <QCheckBox>
 #include <QFrame>
 #include <QGraphicsEllipseItem>
+#include <QGraphicsRectItem>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -103,11 +104,22 @@ frmZBLVGraph::frmZBLVGraph()
     body->addWidget(unzoom);
     lines->addLayout(body, 1);
 
-    // The cursor: a ring over the point the operator reads.
-    m_cursor = new QGraphicsEllipseItem(-5, -5, 10, 10, m_graph.view->chart());
+    // The cursor: a ring over the point the operator reads, drawn inside the
+    // plot area only, never over the axes and their labels.
+    QChart* chart = m_graph.view->chart();
+    m_plotClip = new QGraphicsRectItem(chart);
+    m_plotClip->setPen(Qt::NoPen);
+    m_plotClip->setBrush(Qt::NoBrush);
+    m_plotClip->setFlag(QGraphicsItem::ItemClipsChildrenToShape);
+    m_plotClip->setAcceptedMouseButtons(Qt::NoButton);
+    m_plotClip->setZValue(10);
+    m_cursor = new QGraphicsEllipseItem(-5, -5, 10, 10, m_plotClip);
     m_cursor->setPen(QPen(Qt::red, 1.5));
-    m_cursor->setZValue(10);
+    m_cursor->setAcceptedMouseButtons(Qt::NoButton);
     m_cursor->hide();
+    // The chart lays itself out after the axes change, and again when the
+    // window is resized: the ring follows its point.
+    connect(chart, &QChart::plotAreaChanged, this, [this] { placeCursor(); });
 
     makeLogo(page)->raise();
 
@@ -135,10 +147,26 @@ template <typename Widget> void setTextOf(QWidget& page, const QString& name, co
         widget->setText(text);
 }
 
+// The Y axis over `y`, its labels with as many decimals as tell its ticks
+// apart. The chart measures an axis for its labels only once it has been laid
+// out: a range set on a page not yet shown leaves the axis as wide as its old
+// labels, and the new ones would be cut short. Showing the labels anew has it
+// measure them again.
+void showYAxis(QValueAxis& axis, const GraphAxis& y)
+{
+    const int decimals = vGraphTickDecimals(y.minimum, y.maximum, VGraphYTickCount);
+    const QString format = QStringLiteral("%.") + QString::number(decimals) + QLatin1Char('f');
+    if (axis.min() == y.minimum && axis.max() == y.maximum && axis.labelFormat() == format)
+        return;
+    axis.setRange(y.minimum, y.maximum);
+    axis.setLabelFormat(format);
+    axis.setLabelsVisible(false);
+    axis.setLabelsVisible(true);
+}
+
 } // namespace
 
-void mirrorVGraphPage(QWidget& page, const VGraphChart& chart, QGraphicsEllipseItem* cursor,
-                      const VGraphForm& form)
+void mirrorVGraphPage(QWidget& page, const VGraphChart& chart, const VGraphForm& form)
 {
     const VGraphHead& head = form.head;
     setTextOf<QLabel>(page, indexedName(QStringLiteral("lbTexteFileName"), 1),
@@ -167,20 +195,16 @@ void mirrorVGraphPage(QWidget& page, const VGraphChart& chart, QGraphicsEllipseI
     // An axis turned upside down (a channel with no points) is drawn as the
     // model says; the chart accepts any pair.
     chart.axisX->setRange(state.x.minimum, state.x.maximum);
-    chart.axisY->setRange(state.y.minimum, state.y.maximum);
-
-    if (cursor) {
-        const QPointF at(state.cursor.x, state.cursor.y);
-        const bool inside = state.cursor.visible && !points.isEmpty();
-        if (inside)
-            cursor->setPos(chart.view->chart()->mapToPosition(at, chart.plot));
-        cursor->setVisible(inside);
-    }
+    showYAxis(*chart.axisY, state.y);
 }
 
 void frmZBLVGraph::mirror(const VGraphForm& form)
 {
-    mirrorVGraphPage(*this, m_graph, m_cursor, form);
+    mirrorVGraphPage(*this, m_graph, form);
+    const VGraphChartState& state = form.CWGraph1;
+    m_cursorAt = QPointF(state.cursor.x, state.cursor.y);
+    m_cursorDrawn = vGraphCursorDrawn(state);
+    placeCursor();
     setTextOf<QLabel>(*this, QStringLiteral("lbVolts"), form.lbVolts);
     setTextOf<QLabel>(*this, QStringLiteral("lbCurrent"), form.lbCurrent);
     if (auto* unzoom = findChild<QLabel*>(QStringLiteral("lbUnZoom")))
@@ -201,6 +225,15 @@ void frmZBLVGraph::mirrorModel()
     mirror(zblVGraph().window);
 }
 
+void frmZBLVGraph::placeCursor()
+{
+    QChart* chart = m_graph.view->chart();
+    m_plotClip->setRect(chart->plotArea());
+    if (m_cursorDrawn)
+        m_cursor->setPos(chart->mapToPosition(m_cursorAt, m_graph.plot));
+    m_cursor->setVisible(m_cursorDrawn);
+}
+
 QPointF frmZBLVGraph::valueAt(const QPoint& viewportPos) const
 {
     QChart* chart = m_graph.view->chart();
@@ -210,7 +243,8 @@ QPointF frmZBLVGraph::valueAt(const QPoint& viewportPos) const
 
 void frmZBLVGraph::dragCursorTo(const QPoint& viewportPos)
 {
-    const QPointF value = valueAt(viewportPos);
+    const QPointF at = valueAt(viewportPos);
+    const QPointF value = vGraphPointKeptOnPlot(zblVGraph().window.CWGraph1, at.x(), at.y());
     double x = value.x();
     double y = value.y();
     zblVGraph().CWGraph1_CursorChange(x, y, GetLanguageText(QLatin1String(VGraphCurrentKey)));
@@ -229,9 +263,13 @@ bool frmZBLVGraph::eventFilter(QObject* watched, QEvent* event)
             return true; // a right click neither zooms out nor moves the cursor
         m_pressedAt = mouse->position().toPoint();
         if (mode == TrackDragCursor) {
-            // The cursor jumps to the press and follows the drag.
-            m_draggingCursor = true;
-            dragCursorTo(*m_pressedAt);
+            // The cursor jumps to a press on the plot and follows the drag; a
+            // press on the axes or around them leaves it where it is.
+            const QPointF at = valueAt(*m_pressedAt);
+            if (vGraphPointOnPlot(zblVGraph().window.CWGraph1, at.x(), at.y())) {
+                m_draggingCursor = true;
+                dragCursorTo(*m_pressedAt);
+            }
             return true;
         }
         return false; // the view starts its rubber band

@@ -12,10 +12,12 @@
 
 #include <QMainWindow>
 #include <QPoint>
+#include <QPointF>
 
 #include <optional>
 
 class QGraphicsEllipseItem;
+class QGraphicsRectItem;
 
 namespace quenby {
 
@@ -37,6 +39,10 @@ public:
     // cursor, read-out labels, the zoom box and the unzoom hint.
     void mirror(const VGraphForm& form);
 
+    // The cursor's ring. It is shown only while its point lies on the plot,
+    // and drawn clipped to the plot area.
+    const QGraphicsEllipseItem* cursorRing() const { return m_cursor; }
+
 protected:
     // The mouse on the graph: a click, a double click, the cursor drag and
     // the rectangle of a zoom, each handed to the model.
@@ -51,17 +57,23 @@ private:
     void dragCursorTo(const QPoint& viewportPos);
     // The model's graph window on screen, after each event it took.
     void mirrorModel();
+    // The ring over the cursor's point and its clip over the plot area, again
+    // after each change of the chart's layout.
+    void placeCursor();
 
     VGraphChart m_graph;
+    // The plot area: the ring is its child and is drawn inside it only.
+    QGraphicsRectItem* m_plotClip = nullptr;
     QGraphicsEllipseItem* m_cursor = nullptr;
+    QPointF m_cursorAt;         // the model's cursor, row position and ohms
+    bool m_cursorDrawn = false; // the model draws it: shown and on the plot
     // Where the left button went down on the graph, while it is held.
     std::optional<QPoint> m_pressedAt;
     bool m_draggingCursor = false;
 };
 
 // The common part of the mirror of both V graph pages: the head, lbCHAN and
-// the graph. `cursor` may be null for a page that shows none.
-void mirrorVGraphPage(QWidget& page, const VGraphChart& chart, QGraphicsEllipseItem* cursor,
-                      const VGraphForm& form);
+// the graph with its axes, but not the cursor, which only the window has.
+void mirrorVGraphPage(QWidget& page, const VGraphChart& chart, const VGraphForm& form);
 
 } // namespace quenby

@@ -31,6 +31,7 @@
 #include <QComboBox>
 #include <QDir>
 #include <QFrame>
+#include <QGraphicsItem>
 #include <QImage>
 #include <QLabel>
 #include <QLegend>
@@ -50,6 +51,7 @@
 #include <QWheelEvent>
 #include <QtTest>
 
+#include <array>
 #include <cmath>
 
 using namespace quenby;
@@ -267,6 +269,83 @@ private:
         QMouseEvent event(type, QPointF(at), QPointF(target->mapToGlobal(at)), button, buttons,
                           Qt::NoModifier);
         QApplication::sendEvent(target, &event);
+    }
+
+    // The plot area of the chart in pixels of its viewport.
+    static QRect plotAreaInViewport(const KvxKneeChart& graph)
+    {
+        QChart* chart = graph.chart();
+        return graph.mapFromScene(chart->mapRectToScene(chart->plotArea())).boundingRect();
+    }
+
+    // Each knee cursor is drawn exactly when the model shows it and its point
+    // lies within the axes as drawn; a drawn one stands on its point, inside
+    // the plot area, clipped to it. Gives how many are drawn.
+    static int checkKneeCursorsOnPlot(const KvxKneeChart& graph)
+    {
+        QChart* chart = graph.chart();
+        const QRectF around = chart->plotArea().adjusted(-0.5, -0.5, 0.5, 0.5);
+        const GraphAxis shownX{QString(), graph.axisX()->min(), graph.axisX()->max(), true};
+        const GraphAxis shownY{QString(), graph.axisY()->min(), graph.axisY()->max(), true};
+        int drawn = 0;
+        for (int n = 1; n <= KvxKneeChart::CursorCount; ++n) {
+            const QPointF value = graph.cursorValue(n);
+            const bool onPlot = kneePointOnPlot(value.x(), value.y(), shownX, shownY);
+            [&] { QCOMPARE(graph.cursorDrawn(n), graph.cursorVisible(n) && onPlot); }();
+            if (!graph.cursorDrawn(n))
+                continue;
+            ++drawn;
+            const QGraphicsItem* item = graph.cursorItem(n);
+            const QPointF centre = chart->mapFromScene(item->scenePos());
+            const QPointF point = chart->mapToPosition(value, graph.plot(1));
+            [&] {
+                QVERIFY2(QLineF(centre, point).length() < 0.5, qPrintable(kvxCursorName(n)));
+                QVERIFY2(around.contains(centre), qPrintable(kvxCursorName(n)));
+                QVERIFY(item->isClipped());
+                const QRectF paintable =
+                    chart->mapFromScene(item->mapToScene(item->clipPath())).boundingRect();
+                QVERIFY(around.contains(paintable));
+            }();
+        }
+        return drawn;
+    }
+
+    // What the cursors add to the chart's picture lies within its plot area
+    // (and a pixel of antialiasing around it): with the model's cursors shown
+    // and hidden, the picture differs nowhere else. Gives how many pixels
+    // they change.
+    static int checkCursorsPaintOnlyOnPlot(frmKVXCondensedReport& w)
+    {
+        const KvxKneeChart& graph = w.CWGraph1();
+        KneeGraph& model = kvxReportGraph();
+        const QImage with = graph.viewport()->grab().toImage();
+        std::array<bool, KvxKneeChart::CursorCount> shown{};
+        for (int n = 1; n <= KvxKneeChart::CursorCount; ++n) {
+            shown[static_cast<std::size_t>(n - 1)] = model.cursor(n).visible;
+            model.setCursorVisible(n, false);
+        }
+        w.mirrorModel();
+        const QImage without = graph.viewport()->grab().toImage();
+        for (int n = 1; n <= KvxKneeChart::CursorCount; ++n)
+            model.setCursorVisible(n, shown[static_cast<std::size_t>(n - 1)]);
+        w.mirrorModel();
+
+        const QRect area = plotAreaInViewport(graph).adjusted(-1, -1, 1, 1);
+        int changed = 0;
+        for (int y = 0; y < with.height(); ++y) {
+            for (int x = 0; x < with.width(); ++x) {
+                if (with.pixel(x, y) == without.pixel(x, y))
+                    continue;
+                ++changed;
+                [&] {
+                    QVERIFY2(area.contains(x, y),
+                             qPrintable(QStringLiteral("a cursor paints at %1,%2").arg(x).arg(y)));
+                }();
+                if (QTest::currentTestFailed())
+                    return changed;
+            }
+        }
+        return changed;
     }
 
     static void clearReportModel()
@@ -909,6 +988,66 @@ private Q_SLOTS:
         QCOMPARE(kvxReportGraph().axis(KneeGraph::AxisY).maximum, 2000.0);
         QVERIFY(unzoom->isHidden());
         QVERIFY(!zoom->isChecked());
+        w.hide();
+    }
+
+    void kneeCursorsAreDrawnOnThePlotOnly()
+    {
+        // Within both axes, bounds included; the knee of an empty text at
+        // 0.0001 is not.
+        const GraphAxis full{QString(), KneeAxisMinimum, KneeAxisMaximum, true};
+        QVERIFY(kneePointOnPlot(1.0, 2000.0, full, full));
+        QVERIFY(kneePointOnPlot(35.0, 88.4, full, full));
+        QVERIFY(!kneePointOnPlot(0.0001, 0.0001, full, full));
+        QVERIFY(!kneePointOnPlot(35.0, 2000.5, full, full));
+        QVERIFY(!kneePointOnPlot(0.5, 88.4, full, full));
+
+        openAndFill(QStringLiteral("kvx-ten-taps.txt"), KneeStandardIeee30);
+        frmKVXCondensedReport& w = frmKVXCondensedReport::instance();
+        showLaidOut(w);
+        KvxKneeChart& graph = w.CWGraph1();
+        QCOMPARE(checkKneeCursorsOnPlot(graph), 10);
+        QVERIFY(checkCursorsPaintOnlyOnPlot(w) > 0);
+
+        // A cursor dragged past the top right corner stays in it, its arms
+        // cut at the plot's edges.
+        QWidget* surface = graph.viewport();
+        const QPoint from = graph.viewportPoint(graph.cursorValue(3));
+        const QRect area = plotAreaInViewport(graph);
+        const QPoint beyond = area.topRight() + QPoint(40, -40);
+        sendMouse(surface, QEvent::MouseButtonPress, from, Qt::LeftButton);
+        QCOMPARE(graph.draggedCursor(), 3);
+        sendMouse(surface, QEvent::MouseMove, beyond, Qt::NoButton, Qt::LeftButton);
+        sendMouse(surface, QEvent::MouseButtonRelease, beyond, Qt::LeftButton);
+        QVERIFY(std::abs(kvxReportGraph().cursor(3).x / KneeAxisMaximum - 1) < 0.01);
+        QVERIFY(std::abs(kvxReportGraph().cursor(3).y / KneeAxisMaximum - 1) < 0.01);
+        QCOMPARE(checkKneeCursorsOnPlot(graph), 10);
+        QVERIFY(checkCursorsPaintOnlyOnPlot(w) > 0);
+
+        // A zoom from 5 to 10 mA and 30 to 300 V keeps six knees (6.2 mA at
+        // 44.9 V and 88.8 V up to 7.25 mA at 273.8 V) and hides the three
+        // above 300 V and the dragged cursor; those kept stand on their
+        // points once the zoomed axes are laid out.
+        QTest::mouseClick(w.findChild<QCheckBox*>("ckZoom"), Qt::LeftButton);
+        const QPoint zoomFrom = graph.viewportPoint(QPointF(5.0, 300.0));
+        const QPoint zoomTo = graph.viewportPoint(QPointF(10.0, 30.0));
+        sendMouse(surface, QEvent::MouseButtonPress, zoomFrom, Qt::LeftButton);
+        sendMouse(surface, QEvent::MouseMove, zoomTo, Qt::NoButton, Qt::LeftButton);
+        sendMouse(surface, QEvent::MouseButtonRelease, zoomTo, Qt::LeftButton);
+        QCoreApplication::processEvents();
+        QVERIFY(std::abs(graph.axisY()->max() / 300.0 - 1) < 0.05);
+        QCOMPARE(checkKneeCursorsOnPlot(graph), 6);
+        for (const int hidden : {3, 4, 7, 9})
+            QVERIFY(!graph.cursorDrawn(hidden));
+        QVERIFY(checkCursorsPaintOnlyOnPlot(w) > 0);
+
+        // The unzoom brings every one back.
+        const QPoint middle = graph.viewportPoint(QPointF(30.0, 30.0));
+        QTest::mouseDClick(surface, Qt::LeftButton, {}, middle);
+        QTest::mouseRelease(surface, Qt::LeftButton, {}, middle);
+        QCoreApplication::processEvents();
+        QCOMPARE(checkKneeCursorsOnPlot(graph), 10);
+        QVERIFY(checkCursorsPaintOnlyOnPlot(w) > 0);
         w.hide();
     }
 
