@@ -15,8 +15,10 @@
 #include "kvx/model/KvxReportView.h"
 #include "kvx/model/KvxTestFileReader.h"
 #include "kvx/model/KvxTestRecord.h"
+#include "kvx/model/KvxTestRoad.h"
 #include "kvx/ui/frmKVXCondensedReport.h"
 #include "shell/model/AppState.h"
+#include "shell/model/DataFolders.h"
 #include "shell/model/Platform.h"
 #include "shell/model/SequentialFiles.h"
 #include "shell/model/YieldHook.h"
@@ -60,30 +62,16 @@ private:
 // cleared, the file read. The file is closed so that numbers do not run out.
 void readSample()
 {
-    SequentialFiles& files = SequentialFiles::instance();
-    const Int16 no = files.freeFile();
-    files.open(no, SamplePath, SequentialFiles::Mode::Input);
-    appState().KvxTestFilePath = Dynamic(SamplePath);
-    appState().KvxTestFileNo = Dynamic(static_cast<double>(no));
-    flushAllTap();
-    FlushKvxCurves();
-    flushGraph();
-    ClearKvxRecord();
+    EmptyKvxTest();
+    OpenKvxTestFileAt(SamplePath);
     ReadKvxTestFile();
-    files.close(no);
+    SequentialFiles::instance().close(static_cast<Int16>(appState().KvxTestFileNo.toNumber()));
 }
 
 // The knee click and the fill of the report.
 void kneeClickAndFill(bool ieee45)
 {
-    appState().KneeStandard = QString::fromLatin1(ieee45 ? KneeStandardIeee45 : KneeStandardIeee30);
-    kvxTestRecord().kneeTypeText = appState().KneeStandard;
-    appState().ProcessInProgress = True16;
-    TreatVisibleTestTexte();
-    FillKvxReportTaps();
-    ParseKvxHeaderFields();
-    FillKvxReportHeader();
-    appState().ProcessInProgress = False16;
+    FillKvxReportForStandard(QString::fromLatin1(ieee45 ? KneeStandardIeee45 : KneeStandardIeee30));
 }
 
 void kneeClickToFilledReport(benchmark::State& state)

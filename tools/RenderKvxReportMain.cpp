@@ -12,8 +12,8 @@
 // arguments end with status 2.
 #include "kvx/model/KneeGraph.h"
 #include "kvx/model/KvxReportView.h"
-#include "kvx/model/KvxTestFileReader.h"
 #include "kvx/model/KvxTestRecord.h"
+#include "kvx/model/KvxTestRoad.h"
 #include "kvx/ui/frmKVXCondensedReport.h"
 #include "shell/model/AppState.h"
 #include "shell/model/Platform.h"
@@ -45,30 +45,6 @@ void printUtf8(std::FILE* stream, const QString& text)
 {
     const QByteArray bytes = text.toUtf8();
     std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stream);
-}
-
-// The open command's road from the read file to the filled report.
-void openAndFill(const QString& path, const QString& standard)
-{
-    SequentialFiles& files = SequentialFiles::instance();
-    const Int16 fileNo = files.freeFile();
-    files.open(fileNo, path, SequentialFiles::Mode::Input);
-    appState().KvxTestFilePath = Dynamic(path);
-    appState().KvxTestFileNo = Dynamic(static_cast<double>(fileNo));
-    flushAllTap();
-    FlushKvxCurves();
-    flushGraph();
-    ClearKvxRecord();
-    ReadKvxTestFile();
-
-    appState().KneeStandard = standard;
-    kvxTestRecord().kneeTypeText = standard;
-    appState().ProcessInProgress = True16;
-    TreatVisibleTestTexte();
-    FillKvxReportTaps();
-    ParseKvxHeaderFields();
-    FillKvxReportHeader();
-    appState().ProcessInProgress = False16;
 }
 
 } // namespace
@@ -107,7 +83,7 @@ int main(int argc, char** argv)
     frmKVXCondensedReport& report = frmKVXCondensedReport::instance();
     try {
         report.FillTextsKvxCondensedReport();
-        openAndFill(args[0], standard);
+        OpenKvxTestForReport(args[0], standard);
     } catch (const RuntimeError& e) {
         printUtf8(stderr, QStringLiteral("Run-time error '%1': %2 (%3)\n")
                               .arg(e.number())

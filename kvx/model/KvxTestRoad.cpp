@@ -61,6 +61,34 @@ void reportCommand(const char* standard)
 }
 } // namespace
 
+void EmptyKvxTest()
+{
+    FlushKvxCurves();
+    flushAllTap();
+    flushGraph();
+    ClearKvxRecord();
+}
+
+void FillKvxReportForStandard(const QString& standard)
+{
+    appState().KneeStandard = standard;
+    kvxTestRecord().kneeTypeText = standard;
+    appState().ProcessInProgress = True16;
+    TreatVisibleTestTexte();
+    FillKvxReportTaps();
+    ParseKvxHeaderFields();
+    FillKvxReportHeader();
+    appState().ProcessInProgress = False16;
+}
+
+void OpenKvxTestForReport(const QString& path, const QString& standard)
+{
+    EmptyKvxTest();
+    OpenKvxTestFileAt(path);
+    ReadKvxTestFile();
+    FillKvxReportForStandard(standard);
+}
+
 QString kneeStandardOfBox(int index)
 {
     switch (index) {
@@ -101,10 +129,7 @@ void mnKVXFiles_Click()
     // Whatever the answer, the test is emptied before it is tested: a
     // cancelled dialog leaves an empty test behind.
     kvxCondensedReport().cbCompensationText.clear();
-    FlushKvxCurves();
-    flushAllTap();
-    flushGraph();
-    ClearKvxRecord();
+    EmptyKvxTest();
     kvxReportWindow().mirrorReport();
     if (cancelled != False16)
         return;
@@ -116,11 +141,7 @@ void mnKVXFiles_Click()
 
     appState().ProcessInProgress = True16;
     showProgress(true);
-    TreatVisibleTestTexte();
-    FillKvxReportTaps();
-    ParseKvxHeaderFields();
-    FillKvxReportHeader();
-    appState().ProcessInProgress = False16;
+    FillKvxReportForStandard(appState().KneeStandard);
     // The wait on the busy flag ends at once, since the flag was just cleared.
     while (appState().ProcessInProgress != False16)
         letSystemBreathe();

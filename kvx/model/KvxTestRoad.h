@@ -17,6 +17,16 @@ void chkKneeType_Click(int index);
 // The road of a KVX test.
 void mnKVXFiles_Click();
 
+// The road's steps around the operator: the test emptied before a file is
+// read, and the report filled once the knee standard is chosen.
+void EmptyKvxTest();
+void FillKvxReportForStandard(const QString& standard);
+
+// The road without its dialogs, for the tools and the tests that look at a
+// report: `path` opened as the chooser opens it, read, and the report filled
+// for `standard`. The report window is neither mirrored nor brought up.
+void OpenKvxTestForReport(const QString& path, const QString& standard);
+
 // The main window's report commands for a standard; out of reach in this
 // version (their menu is hidden) but kept.
 void mnKVXCRIEEE30_Click();

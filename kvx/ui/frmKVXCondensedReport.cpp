@@ -4,6 +4,7 @@
 #include "kvx/model/KvxCompensation.h"
 #include "kvx/model/KvxCondensedReportModel.h"
 #include "kvx/model/KvxReportView.h"
+#include "report/ui/FittedText.h"
 #include "report/ui/ReportWindow.h"
 #include "shell/model/ProgressAbout.h"
 #include "shell/model/RuntimeError.h"
@@ -106,22 +107,35 @@ void makePaper(QWidget& page)
 }
 
 // A row cell whose text is wider than its column takes a smaller font, down
-// to a size still readable on paper, rather than lose its ends.
+// to a size still readable on paper, rather than lose its ends. A head's
+// words do the same, and a word too wide even then is broken with a hyphen.
 constexpr int SmallestCellFontPixels = 8;
+constexpr int HeadFontPixels = CellFontPixels - 1;
 constexpr int CellPadding = 4; // both sides' padding and the rule
+
+int roomOf(const QLabel& cell)
+{
+    return cell.maximumWidth() - CellPadding; // the column's fixed width
+}
 
 void fitCellText(QLabel& cell, const QString& text)
 {
-    QFont font = cell.font();
-    int pixels = CellFontPixels;
-    font.setPixelSize(pixels);
-    const int room = cell.maximumWidth() - CellPadding; // the column's fixed width
-    while (pixels > SmallestCellFontPixels &&
-           QFontMetrics(font).horizontalAdvance(text.trimmed()) > room) {
-        font.setPixelSize(--pixels);
-    }
-    cell.setFont(font);
+    cell.setFont(fittingFont(cell.font(), text.trimmed(), roomOf(cell), CellFontPixels,
+                             SmallestCellFontPixels));
     cell.setText(text);
+}
+
+void fitHeadText(QLabel& head, const QString& text)
+{
+    const QFont font =
+        fittingFont(head.font(), text, roomOf(head), HeadFontPixels, SmallestCellFontPixels, true);
+    head.setFont(font);
+    // The label wraps at blanks by itself; the breaks are put in only where a
+    // word must be broken.
+    const QFontMetrics metrics(font);
+    head.setText(everyWordFits(text, metrics, roomOf(head))
+                     ? text
+                     : hyphenatedLines(text, metrics, roomOf(head)));
 }
 
 QLabel* makeLabel(QWidget* parent, const QString& name, const QString& text = {})
@@ -499,7 +513,7 @@ QWidget* frmKVXCondensedReport::buildTable(QWidget* page)
             cell->setWordWrap(head);
             cell->setStyleSheet(cellStyle(head, c == 0, c == KvxColumnCount - 1));
             QFont font = cell->font();
-            font.setPixelSize(head ? CellFontPixels - 1 : CellFontPixels);
+            font.setPixelSize(head ? HeadFontPixels : CellFontPixels);
             font.setBold(head);
             cell->setFont(font);
             if (head)
@@ -704,7 +718,7 @@ void frmKVXCondensedReport::mirrorModel()
             QLabel* label = cell(column, n);
             const QString& text = model.cell(modelColumn, n);
             if (n == 0) {
-                label->setText(text); // heads wrap onto more lines instead
+                fitHeadText(*label, text);
                 // A last reference number of -1 hides the heads too.
                 label->setVisible(model.rowVisible(0));
                 continue;

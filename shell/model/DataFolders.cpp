@@ -232,6 +232,11 @@ void mnDataFilesPath_Click()
     view.bringUp();
 }
 
+void OpenKvxTestFileAt(const QString& path)
+{
+    openTestFile(path, appState().KvxTestFilePath, appState().KvxTestFileNo);
+}
+
 Bool16 SelectKvxTestFile()
 {
     const QString sep = pathSep();

@@ -122,6 +122,10 @@ Bool16 SelectZblTestFile();
 // raises RuntimeError.
 Bool16 ReopenKvxTestFile();
 
+// Opens `path` for input as the KVX file chooser does once the operator has
+// picked it: KvxTestFilePath and KvxTestFileNo name it. A failed open raises.
+void OpenKvxTestFileAt(const QString& path);
+
 // Asks for a logo image; True16 means none was chosen.
 Bool16 SelectLogoImage();
 

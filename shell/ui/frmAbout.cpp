@@ -5,9 +5,13 @@
 #include "shell/ui/AppIcon.h"
 
 #include <QCloseEvent>
+#include <QFontMetrics>
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QScreen>
+#include <QTextDocument>
+
+#include <algorithm>
 
 namespace quenby {
 
@@ -110,7 +114,11 @@ void frmAbout::Form_Load()
     const QPixmap logo = productLogo(LogoWidthPx);
     m_picLogo->setPixmap(logo);
     m_picLogo->resize(logo.size());
+    stackControls();
+}
 
+void frmAbout::stackControls()
+{
     const AboutLayout layout = layoutAbout(controlsInTwips());
     applyControls(layout.controls);
     // The layout's size is taken as the client area: Qt sizes that, and puts
@@ -154,6 +162,15 @@ void frmAbout::FillTextsAbout()
     // The address comes with its lines joined by CR LF, which the text box
     // shows as line breaks.
     fillWindowTexts(*this, QStringLiteral("FillTextsAbout"));
+
+    // The box keeps its designed height unless the maker's lines need more;
+    // then it grows and the lines under it move down.
+    const QFontMetrics metrics(m_lbAddress->font());
+    const int lines = m_lbAddress->document()->blockCount();
+    const int needed = lines * metrics.lineSpacing() + m_lbAddress->frameWidth() * 2;
+    const int designed = twipsToPixels(DesignAddressHeight, screen()->logicalDotsPerInchY());
+    m_lbAddress->resize(m_lbAddress->width(), std::max(needed, designed));
+    stackControls();
 }
 
 } // namespace quenby

@@ -40,6 +40,8 @@ protected:
 private:
     frmAbout();
 
+    // Stacks the texts under the picture and sizes the window around them.
+    void stackControls();
     AboutControls controlsInTwips() const;
     void applyControls(const AboutControls& controls);
 

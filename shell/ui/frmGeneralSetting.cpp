@@ -42,7 +42,9 @@ frmGeneralSetting::frmGeneralSetting() : QDialog(&mainWindow())
     QLabel* information = addLabel("lbInfomationOldPath");
     information->setWordWrap(true);
     layout->addWidget(information, 4, 0, 1, 2);
-    layout->addWidget(addLabel("lbOldPath"), 5, 0, 1, 2);
+    QLabel* oldPath = addLabel("lbOldPath");
+    oldPath->setWordWrap(true);
+    layout->addWidget(oldPath, 5, 0, 1, 2);
 
     QPushButton* ok = addButton("btOk");
     layout->addWidget(ok, 6, 1);
@@ -85,6 +87,9 @@ void frmGeneralSetting::FillTextsGeneralSetting()
     fillWindowTexts(*this, QStringLiteral("FillTextsGeneralSetting"));
     // The question lives in the model, which asks it.
     generalSetting().setMessageBox_AreYouSureToChange(m_question->text());
+    // The notes of a language may wrap onto more lines: the window takes
+    // the height they need.
+    adjustSize();
 }
 
 void frmGeneralSetting::mirrorModel()
@@ -102,6 +107,7 @@ void frmGeneralSetting::bringUp()
         activateWindow();
         return;
     }
+    adjustSize();
     exec();
 }
 

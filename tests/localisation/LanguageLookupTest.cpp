@@ -559,12 +559,38 @@ TEST(ShippedLanguageFiles, OpenWithACommentLineAndUseCrLf)
     }
 }
 
+TEST(ShippedLanguageFiles, OneMethodHasOneNameAndTheTermsOfTheTrade)
+{
+    // The 10/50 knee method is called IEC in the menus and on the report
+    // alike, never by its French initials.
+    const QByteArray french = readBytes(langSourcePath("fr.lng"));
+    EXPECT_FALSE(french.contains("CEI"));
+    for (const char* key :
+         {"frmMain.mnKVXANSIIEC1050.Caption", "frmMain.mnKVXERANSIIEC1050.Caption",
+          "frmKVXCondensedReport.txtAINSI1050.Text"})
+        EXPECT_TRUE(FindKeyInLanguageFile(key, langSourcePath("fr.lng")).contains("IEC 10/50"))
+            << key;
+    // The phase error of a current transformer, and the rated ratio.
+    EXPECT_EQ(
+        FindKeyInLanguageFile("frmKVXCondensedReport.txtPSHIFT", langSourcePath("polish.lng")),
+        QString::fromUtf8("Błąd kątowy"));
+    EXPECT_EQ(
+        FindKeyInLanguageFile("frmKVXCondensedReport.txtNPRATIO.Text", langSourcePath("fr.lng")),
+        QString::fromUtf8("Rapport assigné"));
+    // "3 plik(ów)" reads wrong; the count takes any of the plural forms.
+    EXPECT_TRUE(FindKeyInLanguageFile("frmUploadDevice.lbPrintMessage.FileOnDevice",
+                                      langSourcePath("polish.lng"))
+                    .startsWith(QString::fromUtf8("plik(i/ów)")));
+}
+
 TEST(ShippedLanguageFiles, TextsReadInTheirOwnLanguage)
 {
     const QString key = "frmKVXCondensedReport.txtInsulationRes.Text";
     EXPECT_EQ(FindKeyInLanguageFile(key, langSourcePath("en.lng")), "Insulation");
     EXPECT_EQ(FindKeyInLanguageFile(key, langSourcePath("fr.lng")), "Isolement");
-    EXPECT_EQ(FindKeyInLanguageFile(key, langSourcePath("polish.lng")), "Izolacja");
+    // The column holds a resistance.
+    EXPECT_EQ(FindKeyInLanguageFile(key, langSourcePath("polish.lng")),
+              QString::fromUtf8("Rez. izolacji"));
     EXPECT_EQ(FindKeyInLanguageFile("frmMain.mnuFrancais.Caption", langSourcePath("fr.lng")),
               QString::fromUtf8("Français"));
     EXPECT_EQ(FindKeyInLanguageFile("frmMain.mnLangue.Caption", langSourcePath("polish.lng")),

@@ -1,5 +1,7 @@
 #include "zbl/ui/ZblPageParts.h"
 
+#include "report/ui/FittedText.h"
+
 #include "report/ui/ReportWindow.h"
 #include "zbl/model/VGraph.h"
 
@@ -22,6 +24,10 @@ namespace {
 // The table is dense: 315 twips leave a report row 21 pixels, and the
 // resistance column is 65 pixels wide for a text like "1.523 mOhm".
 constexpr int TableFontPixels = 11;
+// The room the title line keeps for the logo at its left, and the smallest
+// font a long title may take.
+constexpr int TitleLogoRoom = 200;
+constexpr int SmallestTitleFontPixels = 13;
 
 QFont tableFont(QFont font, int pixels)
 {
@@ -152,7 +158,7 @@ QWidget* makeTestHead(QWidget* page, HeadKind kind, int pageWidth, int margin)
 
     // The logo lies over the left of the title line; it is placed by hand.
     auto* titleLine = new QHBoxLayout;
-    titleLine->addSpacing(200);
+    titleLine->addSpacing(TitleLogoRoom);
     titleLine->addStretch(1);
     titleLine->addWidget(makeTitleBlock(head));
     lines->addLayout(titleLine);
@@ -245,6 +251,14 @@ VGraphChart makeVGraphChart(QWidget* parent)
     graph.plot->attachAxis(graph.axisX);
     graph.plot->attachAxis(graph.axisY);
     return graph;
+}
+
+void fitTestHeadTitles(QWidget& page, int pageWidth, int margin)
+{
+    const int room = pageWidth - 2 * margin - TitleLogoRoom;
+    for (const char* name : {"lbDeviceTestReport", "lbTexteTestReport"})
+        fitOneLine(*page.findChild<QLabel*>(QString::fromLatin1(name)), room,
+                   SmallestTitleFontPixels);
 }
 
 } // namespace quenby

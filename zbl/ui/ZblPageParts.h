@@ -76,6 +76,12 @@ enum class HeadKind {
 // left and right margins of `margin` pixels; returns it laid out.
 QWidget* makeTestHead(QWidget* page, HeadKind kind, int pageWidth, int margin);
 
+// The two title lines of the test head on `page` (made by makeTestHead),
+// after a language
+// has put its texts in: a title wider than the room right of the logo takes
+// a smaller font.
+void fitTestHeadTitles(QWidget& page, int pageWidth, int margin);
+
 // The V graph: one X-Y plot of the resistance against the position of the row,
 // on a linear pair of axes.
 struct VGraphChart

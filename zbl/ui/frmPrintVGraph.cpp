@@ -55,6 +55,7 @@ void frmPrintVGraph::mirror(const VGraphForm& form)
 void frmPrintVGraph::FillTextsPrintVGraph()
 {
     fillWindowTexts(*this, QStringLiteral("FillTextsPrintVGraph"));
+    fitTestHeadTitles(*this, pixelsOfTwips(PageWidthTwips), pixelsOfTwips(MarginTwips));
 }
 
 void frmPrintVGraph::applyWindowText(const WindowTextEntry& entry, const QString& text)

@@ -1,6 +1,7 @@
 #include "zbl/ui/frmZBLBasicReport.h"
 
 #include "localisation/ui/WindowTexts.h"
+#include "report/ui/FittedText.h"
 #include "shell/model/RuntimeError.h"
 #include "zbl/model/VGraph.h"
 #include "zbl/model/ZblBasicReportView.h"
@@ -53,6 +54,11 @@ constexpr int RowHeightTwips = 315;
 constexpr int ChannelHeadHeightTwips = 315;
 constexpr int ColumnHeadHeightTwips = 420;
 constexpr int PageWidthTwips = 11000;
+
+// What a language's texts may give way to: table boxes down to this font.
+constexpr int SmallestBoxFontPixels = 8;
+constexpr int BoxInsets = 6; // the frame and the box's insets, both sides
+constexpr int TableGap = 16; // between the head and the table
 
 constexpr int channelWidthTwips()
 {
@@ -222,6 +228,9 @@ void frmZBLBasicReport::closeEvent(QCloseEvent* event)
 
 void frmZBLBasicReport::setShown(bool shown)
 {
+    // The page is polished by now: the head is measured in the fonts it shows.
+    if (shown)
+        fitPageTexts();
     zblBasicReport().shown = shown;
 }
 
@@ -254,7 +263,10 @@ void frmZBLBasicReport::mirrorModel()
         const auto column = static_cast<ZblReportColumn>(c);
         for (int r = 0; r < RowCount; ++r) {
             QLineEdit* box = cell(static_cast<ZblColumn>(c), r);
-            putText(*box, model.cell(column, r));
+            if (box->text() != model.cell(column, r)) {
+                putText(*box, model.cell(column, r));
+                fitCellText(*box);
+            }
             box->setVisible(model.rowVisible(r));
         }
     }
@@ -332,7 +344,12 @@ void frmZBLBasicReport::buildHead(QWidget* page)
 {
     QWidget* head = makeTestHead(page, HeadKind::Report, pixelsOfTwips(PageWidthTwips),
                                  pixelsOfTwips(TableLeftTwips));
-    buildTable(page, head->height() + 16);
+    m_head = head;
+    m_tableTop = head->height() + TableGap;
+    buildTable(page, m_tableTop);
+    for (QWidget* part : page->findChildren<QWidget*>(Qt::FindDirectChildrenOnly))
+        if (part != head)
+            m_tableParts.push_back(part);
 }
 
 void frmZBLBasicReport::buildTable(QWidget* page, int top)
@@ -415,6 +432,36 @@ void frmZBLBasicReport::FillTextsZblBasicReport()
     if (!m_loaded)
         Form_Load();
     fillWindowTexts(*this, QStringLiteral("FillTextsZblBasicReport"));
+    fitPageTexts();
+}
+
+void frmZBLBasicReport::fitCellText(QLineEdit& box)
+{
+    fitOneLine(box, box.width() - BoxInsets, SmallestBoxFontPixels);
+}
+
+void frmZBLBasicReport::fitPageTexts()
+{
+    fitTestHeadTitles(*m_head, pixelsOfTwips(PageWidthTwips), pixelsOfTwips(TableLeftTwips));
+
+    // The heads of the table are text boxes of one line.
+    for (const ColumnLook& look : ChannelColumns)
+        fitCellText(*m_page->findChild<QLineEdit*>(QString::fromLatin1(look.head)));
+
+    // Twice: the first pass settles the columns for the new captions, the
+    // second the height their wrapped lines need in them.
+    for (int pass = 0; pass < 2; ++pass) {
+        m_head->layout()->activate();
+        m_head->adjustSize();
+    }
+    const int top = m_head->height() + TableGap;
+    const int shift = top - m_tableTop;
+    if (shift == 0)
+        return;
+    for (QWidget* part : m_tableParts)
+        part->move(part->x(), part->y() + shift);
+    m_page->resize(m_page->width(), m_page->height() + shift);
+    m_tableTop = top;
 }
 
 } // namespace quenby

@@ -21,6 +21,7 @@
 #include <QMainWindow>
 
 #include <array>
+#include <vector>
 
 class QComboBox;
 class QEventLoop;
@@ -80,9 +81,18 @@ private:
     void buildPage(QWidget* viewport);
     void buildHead(QWidget* page);
     void buildTable(QWidget* page, int top);
+    // The texts of a language may need more room than the designed ones: the
+    // title and the boxes of the table take a smaller font where they must,
+    // the captions of the head a second line, and the table moves down
+    // under the head.
+    void fitPageTexts();
+    void fitCellText(QLineEdit& box);
 
     std::array<std::array<QLineEdit*, RowCount>, ZblColumnCount> m_cells{};
     QFrame* m_page = nullptr;
+    QWidget* m_head = nullptr;
+    std::vector<QWidget*> m_tableParts; // everything of the page under the head
+    int m_tableTop = 0;
     QScrollBar* m_scroll = nullptr;
     QComboBox* m_compensation = nullptr;
 };

@@ -322,6 +322,7 @@ bool frmZBLVGraph::eventFilter(QObject* watched, QEvent* event)
 void frmZBLVGraph::FillTextsZblVGraph()
 {
     fillWindowTexts(*this, QStringLiteral("FillTextsZblVGraph"));
+    fitTestHeadTitles(*this, pixelsOfTwips(PageWidthTwips), pixelsOfTwips(MarginTwips));
 }
 
 void frmZBLVGraph::applyWindowText(const WindowTextEntry& entry, const QString& text)

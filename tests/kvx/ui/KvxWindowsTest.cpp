@@ -11,6 +11,7 @@
 #include "kvx/model/KvxReportView.h"
 #include "kvx/model/KvxTestFileReader.h"
 #include "kvx/model/KvxTestRecord.h"
+#include "kvx/model/KvxTestRoad.h"
 #include "kvx/ui/frmKVXCondensedReport.h"
 #include "localisation/model/WindowTextKeys.h"
 #include "localisation/ui/WindowTexts.h"
@@ -115,8 +116,14 @@ QString shownText(const QWidget& window, const WindowTextEntry& entry)
             window, entry.target == TextTarget::AxisXCaption ? Qt::Horizontal : Qt::Vertical);
         return axis ? axis->titleText() : QStringLiteral("<no axis>");
     }
-    default:
-        return controlText(window, control);
+    default: {
+        // A head whose word is too wide for its column shows the word broken
+        // with a hyphen at the end of a line: the same text, read unbroken.
+        QString text = controlText(window, control);
+        text.replace(QLatin1String("-\n"), QString());
+        text.replace(u'\n', u' ');
+        return text;
+    }
     }
 }
 
@@ -231,25 +238,7 @@ private:
         frmKVXCondensedReport& w = frmKVXCondensedReport::instance();
         w.FillTextsKvxCondensedReport();
 
-        SequentialFiles& files = SequentialFiles::instance();
-        const Int16 no = files.freeFile();
-        const QString path = samplePath(sample);
-        files.open(no, path, SequentialFiles::Mode::Input);
-        appState().KvxTestFilePath = Dynamic(path);
-        appState().KvxTestFileNo = Dynamic(static_cast<double>(no));
-        flushAllTap();
-        FlushKvxCurves();
-        flushGraph();
-        ClearKvxRecord();
-        ReadKvxTestFile();
-        files.close(no);
-
-        appState().KneeStandard = QString::fromLatin1(standard);
-        kvxTestRecord().kneeTypeText = appState().KneeStandard;
-        TreatVisibleTestTexte();
-        FillKvxReportTaps();
-        ParseKvxHeaderFields();
-        FillKvxReportHeader();
+        OpenKvxTestForReport(samplePath(sample), QString::fromLatin1(standard));
         w.mirrorModel();
     }
 

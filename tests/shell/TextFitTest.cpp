@@ -1,0 +1,201 @@
+// Every window of the program in English, French and Polish, offscreen at the
+// default font: the program starts, the language command puts the texts of
+// the language in, the reports are filled from sample files, and no label,
+// table cell, button, check box, group box or combo box entry may be cut.
+#include "tests/support/TextFit.h"
+#include "app/QuenbyApplication.h"
+#include "app/Sessions.h"
+#include "app/Wiring.h"
+#include "app/frmMain.h"
+#include "kvx/model/KneeGraph.h"
+#include "kvx/model/KvxTestRoad.h"
+#include "kvx/ui/frmKVXCondensedReport.h"
+#include "report/ui/frmCompensedResistanceSetting.h"
+#include "shell/model/AppState.h"
+#include "shell/model/CommonDialog.h"
+#include "shell/model/Platform.h"
+#include "shell/model/SettingsStore.h"
+#include "shell/ui/frmAbout.h"
+#include "shell/ui/frmGeneralSetting.h"
+#include "shell/ui/frmProcessProgress.h"
+#include "tests/support/ScriptedServices.h"
+#include "tests/support/ScriptedViews.h"
+#include "tests/support/TestFiles.h"
+#include "upload/ui/frmUploadDevice.h"
+#include "zbl/model/ZblBasicReportView.h"
+#include "zbl/ui/frmZBLBasicReport.h"
+#include "zbl/ui/frmZBLVGraph.h"
+
+#include <QAction>
+#include <QDir>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <QtTest>
+
+#include <optional>
+
+using namespace quenby;
+using namespace quenby::testing;
+
+class TextFitTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    QTemporaryDir programDir;
+    QTemporaryDir storeDir;
+    QTemporaryDir dataDir;
+    std::optional<QtSettingsStore> store;
+    std::optional<ScriptedServices> scripted;
+
+    // The program started on a machine that has its data folder, in the
+    // language of the row.
+    void startIn(const QString& command)
+    {
+        for (const char* name : {"en.lng", "fr.lng", "polish.lng"}) {
+            QFile::remove(programDir.filePath(name));
+            QVERIFY(QFile::copy(langSourcePath(name), programDir.filePath(name)));
+        }
+        store->SaveSetting("Quenby", "UserFileTransfert", "KVX", dataDir.path());
+        frmMain& main = frmMain::instance();
+        main.Form_Load();
+        main.menuEntry(qPrintable(command))->trigger();
+    }
+
+    static void openKvxSample(const char* standard)
+    {
+        OpenKvxTestForReport(samplePath(QStringLiteral("kvx-ten-taps.txt")),
+                             QString::fromLatin1(standard));
+        frmKVXCondensedReport::instance().mirrorModel();
+    }
+
+    // The ZBL open command on a sample, its report shown by the test.
+    void openZblSample(const QString& sample)
+    {
+        scripted->files.answers.push_back(samplePath(sample));
+        ScriptedZblReport report;
+        frmZBLBasicReport& real = frmZBLBasicReport::instance();
+        report.onFillTexts = [&real] { real.FillTextsZblBasicReport(); };
+        report.onMirror = [&real] { real.mirrorModel(); };
+        const Installed<ZblReportWindow> installed(report);
+        mnZBLFiles_Click();
+    }
+
+    static void showLaidOut(QWidget& window)
+    {
+        window.setWindowModality(Qt::NonModal);
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        // Word-wrapped labels and chart axes settle once events have run.
+        QCoreApplication::processEvents();
+        QCoreApplication::processEvents();
+    }
+
+    static void requireEverythingFits(QWidget& window)
+    {
+        showLaidOut(window);
+        const QStringList cut = cutTexts(window);
+        window.hide();
+        QVERIFY2(cut.isEmpty(), qPrintable(u'\n' + cut.join(u'\n')));
+    }
+
+    static void addLanguageRows()
+    {
+        QTest::addColumn<QString>("command");
+        QTest::newRow("English") << QStringLiteral("mnuAnglais");
+        QTest::newRow("French") << QStringLiteral("mnuFrancais");
+        QTest::newRow("Polish") << QStringLiteral("mnuPolish");
+    }
+
+private Q_SLOTS:
+    void init()
+    {
+        setAppPathOverride(programDir.path());
+        QDir(storeDir.path()).removeRecursively();
+        QDir().mkpath(storeDir.path());
+        store.emplace(storeDir.path());
+        setSettingsStore(&*store);
+        scripted.emplace();
+        CommonDialog1() = CommonDialogState{};
+    }
+
+    void cleanup()
+    {
+        scripted.reset();
+        setSettingsStore(nullptr);
+        setAppPathOverride({});
+    }
+
+    void mainWindow_data() { addLanguageRows(); }
+    void mainWindow()
+    {
+        QFETCH(QString, command);
+        startIn(command);
+        requireEverythingFits(frmMain::instance());
+    }
+
+    void smallWindows_data() { addLanguageRows(); }
+    void smallWindows()
+    {
+        QFETCH(QString, command);
+        startIn(command);
+        requireEverythingFits(frmGeneralSetting::instance());
+        requireEverythingFits(frmAbout::instance());
+        requireEverythingFits(frmProcessProgress::instance());
+        requireEverythingFits(frmUploadDevice::instance());
+    }
+
+    void kvxReport_data() { addLanguageRows(); }
+    void kvxReport()
+    {
+        QFETCH(QString, command);
+        startIn(command);
+        for (const char* standard : {KneeStandardIeee30, KneeStandardIeee45, KneeStandardIec1050}) {
+            openKvxSample(standard);
+            requireEverythingFits(frmKVXCondensedReport::instance());
+        }
+    }
+
+    void compensationDialog_data() { addLanguageRows(); }
+    void compensationDialog()
+    {
+        QFETCH(QString, command);
+        startIn(command);
+        requireEverythingFits(frmCompensedResistanceSetting::instance());
+    }
+
+    void zblReport_data() { addLanguageRows(); }
+    void zblReport()
+    {
+        QFETCH(QString, command);
+        startIn(command);
+        openZblSample(QStringLiteral("zbl-autotc-122-rows.zbl"));
+        requireEverythingFits(frmZBLBasicReport::instance());
+    }
+
+    void vGraph_data() { addLanguageRows(); }
+    void vGraph()
+    {
+        QFETCH(QString, command);
+        startIn(command);
+        openZblSample(QStringLiteral("zbl-autotc-122-rows.zbl"));
+        frmZBLBasicReport& report = frmZBLBasicReport::instance();
+        frmZBLVGraph& graph = frmZBLVGraph::instance();
+        // The graph comes up modally; the test closes it at once and shows
+        // it again on its own.
+        QTimer::singleShot(0, &graph, [&graph] { graph.close(); });
+        report.findChild<QAction*>(QStringLiteral("mnuVGraphA"))->trigger();
+        requireEverythingFits(graph);
+    }
+};
+
+int main(int argc, char** argv)
+{
+    QuenbyApplication app(argc, argv);
+    quenby::Sessions sessions;
+    quenby::installWindows(quenby::frmMain::instance());
+    TextFitTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "TextFitTest.moc"
