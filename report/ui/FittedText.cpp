@@ -92,6 +92,11 @@ QString hyphenatedLines(const QString& text, const QFontMetrics& metrics, int ro
             qsizetype take = word.size() - 1;
             while (take > 1 && metrics.horizontalAdvance(word.left(take) + u'-') > room)
                 --take;
+            // No line of one or two letters under a broken word: the break
+            // moves back, as long as a few letters stay ahead of it.
+            constexpr qsizetype ShortestTail = 3;
+            while (word.size() - take < ShortestTail && take > ShortestTail)
+                --take;
             putWord(word.left(take) + u'-');
             lines << line;
             line.clear();

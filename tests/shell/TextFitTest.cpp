@@ -91,10 +91,24 @@ private:
         QCoreApplication::processEvents();
     }
 
+    // With QUENBY_PICTURES_DIR set, each window checked is also saved there
+    // as a picture, named by the window and the language.
+    static void savePicture(QWidget& window)
+    {
+        const QString folder = qEnvironmentVariable("QUENBY_PICTURES_DIR");
+        if (folder.isEmpty())
+            return;
+        const QString name =
+            QStringLiteral("%1-%2.png")
+                .arg(window.objectName(), QString::fromLatin1(QTest::currentDataTag()).toLower());
+        QVERIFY(window.grab().save(QDir(folder).filePath(name)));
+    }
+
     static void requireEverythingFits(QWidget& window)
     {
         showLaidOut(window);
         const QStringList cut = cutTexts(window);
+        savePicture(window);
         window.hide();
         QVERIFY2(cut.isEmpty(), qPrintable(u'\n' + cut.join(u'\n')));
     }
