@@ -1,5 +1,6 @@
 #include "app/QuenbyApplication.h"
 #include "app/Sessions.h"
+#include "app/StartupProbe.h"
 #include "app/frmMain.h"
 #include "shell/model/FatalError.h"
 #include "shell/ui/QtServices.h"
@@ -11,7 +12,9 @@ int main(int argc, char** argv)
     quenby::Sessions sessions;
     quenby::installQtServices();
     quenby::installSerialServices();
+    quenby::StartupProbe::watch(quenby::frmMain::instance());
     try {
+        quenby::StartupProbe::watch(quenby::frmMain::instance());
         quenby::startMainWindow();
     } catch (const quenby::RuntimeError& error) {
         quenby::reportFatalError(error);
