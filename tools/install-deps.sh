@@ -8,7 +8,7 @@ packages=(
   qt6-base-dev qt6-qpa-plugins libqt6opengl6-dev qt6-charts-dev qt6-serialport-dev
   libgtest-dev libbenchmark-dev
   clang libclang-rt-14-dev
-  fonts-dejavu-core xvfb imagemagick
+  fonts-dejavu-core xvfb imagemagick poppler-utils
   locales clang-format
 )
 

@@ -34,6 +34,13 @@ MsgAnswer showMessage(const QString& text, MsgButtons buttons, MsgIcon icon, con
     return services().messages->show(text, buttons, icon, title);
 }
 
+PrintAnswer showPrinterDialog(const PrintRequest& request)
+{
+    if (!services().printers)
+        return {};
+    return services().printers->showPrinter(request);
+}
+
 void endProgram(int exitCode)
 {
     if (services().program)

@@ -62,6 +62,37 @@ public:
     virtual QString getOpenFileName(const OpenFileRequest& request) = 0;
 };
 
+// What the printer dialog starts with: the copies box and the page range
+// boxes (0 and 0: no range given), and the highest page the range may name.
+struct PrintRequest
+{
+    int copies = 1;
+    int fromPage = 0;
+    int toPage = 0;
+    int maxPage = 9999;
+};
+
+// What the printer dialog answers. The copies and the page range are as the
+// operator left them; the caller prints the copies itself, one after the
+// other, so the printer makes one of each page it is sent.
+struct PrintAnswer
+{
+    bool cancelled = true;
+    int copies = 1;
+    int fromPage = 0;
+    int toPage = 0;
+    // "" : the pages go to the printer the dialog chose; else the name of a
+    // PDF file they go to instead.
+    QString pdfFile;
+};
+
+class PrinterDialogService
+{
+public:
+    virtual ~PrinterDialogService() = default;
+    virtual PrintAnswer showPrinter(const PrintRequest& request) = 0;
+};
+
 class ProgramControl
 {
 public:
@@ -98,12 +129,13 @@ struct Services
 {
     MessageService* messages = nullptr; // none: the text goes to the error output
     FolderDialogService* folders = nullptr;
-    FileDialogService* files = nullptr; // none: every dialog counts as cancelled
-    ProgramControl* program = nullptr;  // none: plain process exit
-    ClockService* clock = nullptr;      // none: systemClock
-    SettingsStore* settings = nullptr;  // none: userSettings
-    std::function<void()> yield;        // letting the system breathe; none: nothing
-    QString appPathOverride;            // "" : the program's own folder
+    FileDialogService* files = nullptr;       // none: every dialog counts as cancelled
+    PrinterDialogService* printers = nullptr; // none: every printer dialog counts as cancelled
+    ProgramControl* program = nullptr;        // none: plain process exit
+    ClockService* clock = nullptr;            // none: systemClock
+    SettingsStore* settings = nullptr;        // none: userSettings
+    std::function<void()> yield;              // letting the system breathe; none: nothing
+    QString appPathOverride;                  // "" : the program's own folder
 
     SystemClock systemClock;
     QtSettingsStore userSettings;
@@ -115,6 +147,9 @@ Services& services();
 // Shows a message through the message service.
 MsgAnswer showMessage(const QString& text, MsgButtons buttons = MsgButtons::Ok,
                       MsgIcon icon = MsgIcon::None, const QString& title = {});
+
+// Shows the printer dialog through the printer dialog service.
+PrintAnswer showPrinterDialog(const PrintRequest& request);
 
 // The clock in use: the system's own unless a test puts another in.
 ClockService& clock();

@@ -6,6 +6,10 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QMessageBox>
+#include <QPrintDialog>
+#include <QPrinter>
+
+#include <algorithm>
 
 namespace quenby {
 
@@ -100,14 +104,51 @@ QString QtFileDialogService::getOpenFileName(const OpenFileRequest& request)
     return QDir::toNativeSeparators(dialog.selectedFiles().constFirst());
 }
 
+QtPrinterDialogService::QtPrinterDialogService() = default;
+QtPrinterDialogService::~QtPrinterDialogService() = default;
+
+QPrinter& QtPrinterDialogService::printer()
+{
+    if (!m_printer)
+        m_printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
+    return *m_printer;
+}
+
+PrintAnswer QtPrinterDialogService::showPrinter(const PrintRequest& request)
+{
+    QPrinter& chosen = printer();
+    chosen.setCopyCount(std::max(1, request.copies));
+    const bool range = request.fromPage > 0 && request.toPage >= request.fromPage;
+    chosen.setPrintRange(range ? QPrinter::PageRange : QPrinter::AllPages);
+    chosen.setFromTo(range ? request.fromPage : 0, range ? request.toPage : 0);
+    QPrintDialog dialog(&chosen, QApplication::activeWindow());
+    dialog.setMinMax(1, std::max(1, request.maxPage));
+    dialog.setOption(QAbstractPrintDialog::PrintPageRange, true);
+    if (dialog.exec() != QDialog::Accepted)
+        return {};
+    PrintAnswer answer;
+    answer.cancelled = false;
+    answer.copies = chosen.copyCount();
+    answer.fromPage = chosen.fromPage();
+    answer.toPage = chosen.toPage();
+    // The caller prints each copy itself and every page it paints: the
+    // printer makes one of each.
+    chosen.setCopyCount(1);
+    chosen.setPrintRange(QPrinter::AllPages);
+    chosen.setFromTo(0, 0);
+    return answer;
+}
+
 void installQtServices()
 {
     static QtMessageService messages;
     static QtFolderDialogService folders;
     static QtFileDialogService files;
+    static QtPrinterDialogService printers;
     services().messages = &messages;
     services().folders = &folders;
     services().files = &files;
+    services().printers = &printers;
     setYieldHook([] { QCoreApplication::processEvents(); });
 }
 

@@ -1,8 +1,13 @@
-// Qt implementations of the services that show or wait: message boxes and the
-// folder picker. The program installs them at start; tests use scripted ones.
+// Qt implementations of the services that show or wait: message boxes, the
+// folder and file pickers and the printer dialog. The program installs them
+// at start; tests use scripted ones.
 #pragma once
 
 #include "shell/model/Services.h"
+
+#include <memory>
+
+class QPrinter;
 
 namespace quenby {
 
@@ -23,6 +28,22 @@ class QtFileDialogService final : public FileDialogService
 {
 public:
     QString getOpenFileName(const OpenFileRequest& request) override;
+};
+
+// The platform's printer dialog over one printer that lives as long as the
+// service: it keeps the operator's last choice of printer and paper from one
+// print to the next. On Linux the dialog also offers printing to a PDF file.
+class QtPrinterDialogService final : public PrinterDialogService
+{
+public:
+    QtPrinterDialogService();
+    ~QtPrinterDialogService() override;
+    PrintAnswer showPrinter(const PrintRequest& request) override;
+    // The printer the dialog last accepted, for the pages of the job.
+    QPrinter& printer();
+
+private:
+    std::unique_ptr<QPrinter> m_printer;
 };
 
 // Puts the Qt services in and points the yield hook at the event loop.

@@ -34,6 +34,18 @@ QString ScriptedFiles::getOpenFileName(const OpenFileRequest& request)
     return a;
 }
 
+PrintAnswer ScriptedPrinter::showPrinter(const PrintRequest& request)
+{
+    requests.push_back(request);
+    if (answers.empty())
+        return {};
+    PrintAnswer a = answers.front();
+    answers.pop_front();
+    if (!a.cancelled)
+        a.pdfFile = pdfFile;
+    return a;
+}
+
 QDateTime ScriptedClock::now()
 {
     ++reads;
@@ -51,6 +63,7 @@ ScriptedServices::ScriptedServices() : m_saved(services())
     services().messages = &messages;
     services().folders = &folders;
     services().files = &files;
+    services().printers = &printer;
     services().program = &program;
 }
 

@@ -1,6 +1,7 @@
 // Scripted stand-ins for the services that show or wait, for tests: message
 // boxes answer from a queue and record what they showed, the folder picker
-// answers from a queue, and ending the program throws ProgramEnded so that a
+// answers from a queue, the printer dialog answers from a queue and prints
+// into a PDF file, and ending the program throws ProgramEnded so that a
 // test can see the end without losing its process.
 #pragma once
 
@@ -55,6 +56,18 @@ public:
     std::vector<OpenFileRequest> requests;
 };
 
+// The printer dialog answers from a queue (empty: cancel) and sends the
+// pages of every accepted job to the PDF file `pdfFile`: a queued answer
+// gives the cancel, or the copies and page range the operator would leave.
+class ScriptedPrinter final : public PrinterDialogService
+{
+public:
+    PrintAnswer showPrinter(const PrintRequest& request) override;
+    std::deque<PrintAnswer> answers;
+    std::vector<PrintRequest> requests;
+    QString pdfFile;
+};
+
 struct ProgramEnded : std::runtime_error
 {
     explicit ProgramEnded(int code) : std::runtime_error("program ended"), exitCode(code) {}
@@ -92,6 +105,7 @@ public:
     ScriptedMessages messages;
     ScriptedFolders folders;
     ScriptedFiles files;
+    ScriptedPrinter printer;
     ScriptedProgram program;
     ScriptedClock clock;
 
