@@ -1,11 +1,13 @@
 #include "app/frmMain.h"
 
 #include "app/Wiring.h"
+#include "app/model/CompanyLogo.h"
 #include "app/model/StartUp.h"
 #include "kvx/model/KvxReportView.h"
 #include "kvx/model/KvxTestRoad.h"
 #include "kvx/ui/frmKVXCondensedReport.h"
 #include "localisation/model/LanguageLookup.h"
+#include "logo/ui/frmResizeLogo.h"
 #include "report/ui/frmCompensedResistanceSetting.h"
 #include "shell/model/DataFolders.h"
 #include "shell/model/FileSystem.h"
@@ -52,6 +54,7 @@ void installWindows(frmMain& main)
 {
     main.installView<GeneralSettingView>(frmGeneralSetting::instance());
     main.installView<CompensationDialogView>(frmCompensedResistanceSetting::instance());
+    main.installView<LogoSelectionView>(frmResizeLogo::instance());
     installKvxViews(main);
     installZblViews(main);
     installUploadViews(main);
@@ -141,6 +144,7 @@ frmMain::frmMain()
     connectCommand("mnuFrancais", &mnuFrancais_Click);
     connectCommand("mnuPolish", &mnuPolish_Click);
     connectCommand("mnuAbout", &mnuAbout_Click);
+    connectCommand("mnCLogo", &mnCLogo_Click);
 
     installView<LanguageWindows>(*this);
     installView<MainWindowView>(*this);

@@ -9,6 +9,7 @@
 #include "report/model/TemperatureCompensation.h"
 #include "shell/model/AppState.h"
 #include "shell/model/Checked.h"
+#include "shell/model/DataFolders.h"
 #include "shell/model/FileSystem.h"
 #include "shell/model/MainWindowView.h"
 #include "shell/model/NumberText.h"
@@ -234,7 +235,7 @@ void KvxReport_Form_Load()
                          GetLanguageText(QStringLiteral("frmKVXCondensedReport.CWGraph1.AxesX")));
     graph.setAxisCaption(KneeGraph::AxisY,
                          GetLanguageText(QStringLiteral("frmKVXCondensedReport.CWGraph1.AxesY")));
-    const QString logo = AppPath() + pathSep() + QStringLiteral("logo.bmp");
+    const QString logo = LogoFilePath();
     if (FileExistsApi(logo) != False16)
         kvxReportWindow().loadLogo(logo, KvxReportLogoLeft, KvxReportLogoTop);
     graph.setTrackMode(TrackDragCursor);

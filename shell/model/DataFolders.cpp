@@ -11,7 +11,9 @@
 #include "shell/model/Services.h"
 #include "shell/model/SettingsStore.h"
 
+#include <QDir>
 #include <QFileInfo>
+#include <QStandardPaths>
 
 namespace quenby {
 
@@ -296,8 +298,21 @@ Bool16 SelectLogoImage()
     if (dialog.FileName == QLatin1String(LogoImagePattern))
         return True16;
     appState().LogoImagePath = Dynamic(dialog.FileName);
-    view.loadLogoImage(dialog.FileName);
+    // A picture that cannot be read stops the command here, without a word.
+    if (!view.loadLogoImage(dialog.FileName))
+        return True16;
     return False16;
+}
+
+QString LogoFilePath()
+{
+    const QString beside = AppPath();
+    const QString name = QStringLiteral("logo.bmp");
+    if (QFileInfo(beside).isDir() && QFileInfo(beside).isWritable())
+        return beside + pathSep() + name;
+    const QString own = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
+    QDir().mkpath(own);
+    return own + pathSep() + name;
 }
 
 Bool16 FolderExistsFso(const QString& path)

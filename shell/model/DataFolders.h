@@ -92,8 +92,9 @@ public:
     // Hides frmResizeLogo before the dialog opens.
     virtual void hideResizeLogo() = 0;
     // Loads the chosen image into the picture of the logo window and runs
-    // AutoResizeLogo on it.
-    virtual void loadLogoImage(const QString& imagePath) = 0;
+    // AutoResizeLogo on it, which saves the logo bitmap. False when the
+    // picture could not be read: nothing was saved.
+    virtual bool loadLogoImage(const QString& imagePath) = 0;
 };
 LogoSelectionView& logoSelectionView();
 
@@ -128,6 +129,11 @@ void OpenKvxTestFileAt(const QString& path);
 
 // Asks for a logo image; True16 means none was chosen.
 Bool16 SelectLogoImage();
+
+// Where the logo bitmap "logo.bmp" lives, for writing and for reading alike:
+// beside the program when that folder is writable, otherwise (an installed
+// program) in the user's own application data folder.
+QString LogoFilePath();
 
 // True16 if `path` is a folder, through the folder test object; raises
 // CannotCreateObjectError when the system has none.

@@ -16,6 +16,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QStandardPaths>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -65,10 +66,12 @@ protected:
         void mirrorModel() override { m_calls.push_back("mirror"); }
         OwnerWindow folderPickerOwner() override { return nullptr; }
         void hideResizeLogo() override { m_calls.push_back("hideResizeLogo"); }
-        void loadLogoImage(const QString& path) override
+        bool loadLogoImage(const QString& path) override
         {
             m_calls.push_back("loadLogoImage " + path);
+            return readable;
         }
+        bool readable = true; // whether the picture loads
 
     private:
         std::vector<QString>& m_calls;
@@ -834,6 +837,36 @@ TEST_F(DataFoldersTest, ChosenLogoImageIsKeptAndHandedToTheLogoWork)
     EXPECT_EQ(cdOpenLogo().FileName, image);
     EXPECT_EQ(CommonDialog1().FileName, QString("untouched"));
     EXPECT_EQ(calls, (std::vector<QString>{"hideResizeLogo", "loadLogoImage " + image}));
+}
+
+TEST_F(DataFoldersTest, APictureThatCannotBeReadStopsTheCommandAtTheLoad)
+{
+    const QString image = root("not-a-picture.bmp");
+    scripted.files.answers = {image};
+    views.readable = false;
+
+    // Nothing was made of it: the command goes no further, without a message.
+    EXPECT_EQ(SelectLogoImage(), True16);
+    EXPECT_EQ(appState().LogoImagePath.toText(), image);
+    EXPECT_EQ(calls, (std::vector<QString>{"hideResizeLogo", "loadLogoImage " + image}));
+    EXPECT_TRUE(scripted.messages.shown.empty());
+}
+
+TEST_F(DataFoldersTest, TheLogoLivesBesideTheProgramWhenThatFolderIsWritable)
+{
+    EXPECT_EQ(LogoFilePath(), programDir.path() + pathSep() + "logo.bmp");
+    // An installed program's folder that the user cannot write: the user's
+    // own application data folder instead, made if missing (the test's own
+    // copy of it).
+    QStandardPaths::setTestModeEnabled(true);
+    setAppPathOverride(root("missing-folder"));
+    const QString own = LogoFilePath();
+    EXPECT_FALSE(own.startsWith(root("missing-folder")));
+    EXPECT_TRUE(own.endsWith(pathSep() + QString("logo.bmp")));
+    EXPECT_TRUE(QFileInfo(QFileInfo(own).path()).isDir());
+    EXPECT_EQ(QFileInfo(own).path(),
+              QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
+    QStandardPaths::setTestModeEnabled(false);
 }
 
 TEST_F(DataFoldersTest, CancelledLogoDialogIsNoError)

@@ -170,7 +170,7 @@ ZblTwipRect ZblTapARect(int n)
 void ZblReport_Form_Load()
 {
     ZblBasicReportModel& m = model();
-    const QString logo = AppPath() + pathSep() + QStringLiteral("logo.bmp");
+    const QString logo = LogoFilePath();
     if (FileExistsApi(logo) != False16)
         zblReportWindow().loadLogo(logo, ZblReportLogoLeft, ZblReportLogoTop);
     // Index 0 aluminium, index 1 copper: the compensation reads them so.
