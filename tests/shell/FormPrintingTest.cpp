@@ -6,6 +6,7 @@
 #include "shell/ui/FormPrinter.h"
 #include "shell/ui/FormSize.h"
 #include "shell/ui/PrintPages.h"
+#include "tests/support/PdfReadBack.h"
 #include "tests/support/ScriptedServices.h"
 
 #include <QChart>
@@ -98,39 +99,6 @@ struct SmallForm
     QChartView* chartView = nullptr;
     QChartView* hiddenChartView = nullptr;
 };
-
-struct ToolRun
-{
-    int exitCode = -1;
-    QString output;
-};
-
-ToolRun runTool(const QString& program, const QStringList& arguments)
-{
-    QProcess process;
-    process.start(program, arguments);
-    if (!process.waitForFinished(30000))
-        return {};
-    return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
-            QString::fromUtf8(process.readAllStandardOutput())};
-}
-
-int pdfPages(const QString& pdf)
-{
-    const ToolRun info = runTool(QStringLiteral("pdfinfo"), {pdf});
-    const QRegularExpressionMatch m = QRegularExpression(QStringLiteral("^Pages:\\s+(\\d+)$"),
-                                                         QRegularExpression::MultilineOption)
-                                          .match(info.output);
-    return info.exitCode == 0 && m.hasMatch() ? m.captured(1).toInt() : -1;
-}
-
-QString pdfText(const QString& pdf, int page)
-{
-    const QString p = QString::number(page);
-    return runTool(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), QStringLiteral("-f"), p,
-                                                 QStringLiteral("-l"), p, pdf, QStringLiteral("-")})
-        .output;
-}
 
 // The lines of a poppler listing below its two head lines.
 QStringList listing(const ToolRun& run)

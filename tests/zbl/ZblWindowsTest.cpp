@@ -5,6 +5,7 @@
 #include "app/Sessions.h"
 #include "app/Wiring.h"
 #include "app/frmMain.h"
+#include "localisation/model/LanguageLookup.h"
 #include "localisation/model/WindowTextKeys.h"
 #include "localisation/ui/WindowTexts.h"
 #include "report/model/TemperatureCompensation.h"
@@ -12,6 +13,7 @@
 #include "shell/model/AppState.h"
 #include "shell/model/NumberText.h"
 #include "shell/model/Platform.h"
+#include "tests/support/PdfReadBack.h"
 #include "tests/support/ScriptedServices.h"
 #include "tests/support/TestFiles.h"
 #include "tests/support/WindowChecks.h"
@@ -197,6 +199,11 @@ private:
     // with it; the bring-up only counts, so that nothing waits.
     int openSample(const QString& sample)
     {
+        // The program always has a language: the V graph commands read it.
+        if (appState().LangFilePath.isEmpty()) {
+            setAppPathOverride(programDir.path());
+            appState().LangFilePath = langSourcePath(QStringLiteral("en.lng"));
+        }
         ScriptedServices scripted;
         scripted.files.answers.push_back(samplePath(sample));
         CountedBringUp report;
@@ -1096,6 +1103,49 @@ private Q_SLOTS:
         QVERIFY(micro.maximum < 0.001);
         QVERIFY(vGraphTickDecimals(micro.minimum, micro.maximum, VGraphYTickCount) >= 5);
         checkYLabels(graph.CWGraph1(), micro);
+    }
+
+    void vGraphPrintsItsPaperTwinOncePerCopy()
+    {
+        QTemporaryDir paper;
+        frmZBLVGraph& graph = openGraphAForMouse();
+        graph.findChild<QCheckBox*>("ckZoom")->click();
+        ScriptedServices scripted;
+        scripted.printer.pdfFile = paper.filePath(QStringLiteral("vgraph.pdf"));
+        PrintAnswer two;
+        two.cancelled = false;
+        two.copies = 2;
+        two.fromPage = 1;
+        two.toPage = 1; // read and not used
+        scripted.printer.answers.push_back(two);
+        entry(graph, "mnuPrint")->trigger();
+
+        QCOMPARE(scripted.printer.requests.size(), std::size_t(1));
+        QCOMPARE(pdfPages(scripted.printer.pdfFile), 2);
+        for (int page = 1; page <= 2; ++page) {
+            const QString text = pdfText(scripted.printer.pdfFile, page);
+            // The head, the channel and the graph's caption come from the
+            // graph; the axis labels are texts too.
+            QVERIFY2(text.contains(QStringLiteral("zbl-manual-19-rows.zbl")), qPrintable(text));
+            QVERIFY2(text.contains(zblVGraph().window.lbCHAN), qPrintable(text));
+            QVERIFY2(text.contains(zblVGraph().window.CWGraph1.caption), qPrintable(text));
+            // The paper twin has the texts of the language, as the graph does.
+            QVERIFY2(text.contains(FindKeyInLanguageFile("frmZBLVGraph.lbTexteTestReport.Caption",
+                                                         appState().LangFilePath)),
+                     qPrintable(text));
+        }
+        // With the zoom box ticked, the unzoom hint comes back; the paper
+        // twin is unloaded.
+        QVERIFY(zblVGraph().window.lbUnZoomVisible);
+        QVERIFY(zblVGraph().print.lbCHAN.isEmpty());
+
+        // A cancel: the hint stays hidden and nothing is printed.
+        QFile::remove(scripted.printer.pdfFile);
+        entry(graph, "mnuPrint")->trigger();
+        QVERIFY(!zblVGraph().window.lbUnZoomVisible);
+        QVERIFY(!QFile::exists(scripted.printer.pdfFile));
+        QVERIFY(graph.findChild<QLabel*>("lbUnZoom")->isHidden());
+        graph.close();
     }
 
     void vGraphCursorIsDrawnOnThePlotOnly()

@@ -6,6 +6,7 @@
 #include "zbl/model/VGraph.h"
 #include "zbl/model/ZblBasicReportView.h"
 #include "zbl/model/ZblCompensation.h"
+#include "zbl/ui/frmPrintVGraph.h"
 #include "zbl/ui/frmPrintZBLBasicReport.h"
 #include "zbl/ui/frmZBLVGraph.h"
 
@@ -246,7 +247,10 @@ void frmZBLBasicReport::openVGraph(const QString& letter, const QString& channel
 {
     VGraph& graph = zblVGraph();
     graph.openChannelFromReport(letter, channelHead);
+    // The texts of the graph and of its paper twin, from the language.
     frmZBLVGraph& window = frmZBLVGraph::instance();
+    window.FillTextsZblVGraph();
+    frmPrintVGraph::instance().FillTextsPrintVGraph();
     window.mirror(graph.window);
     window.showModalOver(this);
 }

@@ -1,4 +1,9 @@
 #include "zbl/ui/frmZBLVGraph.h"
+#include "shell/model/RuntimeError.h"
+#include "shell/model/Services.h"
+#include "shell/ui/FormPrinter.h"
+#include "shell/ui/PrintPages.h"
+#include "zbl/ui/frmPrintVGraph.h"
 
 #include "localisation/model/LanguageLookup.h"
 
@@ -22,6 +27,9 @@
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 #include <QValueAxis>
+#include <optional>
+
+#include <memory>
 
 namespace quenby {
 
@@ -52,6 +60,7 @@ frmZBLVGraph::frmZBLVGraph()
     auto* print = new QAction(QStringLiteral("Print"), this);
     print->setObjectName(QStringLiteral("mnuPrint"));
     menuBar()->addAction(print);
+    connect(print, &QAction::triggered, this, [this] { mnuPrint_Click(); });
 
     auto* central = new QWidget(this);
     auto* row = new QHBoxLayout(central);
@@ -218,6 +227,31 @@ void frmZBLVGraph::mirror(const VGraphForm& form)
     m_graph.view->setRubberBand(form.CWGraph1.trackMode == TrackZoomRectangle
                                     ? QChartView::RectangleRubberBand
                                     : QChartView::NoRubberBand);
+}
+
+void frmZBLVGraph::mnuPrint_Click()
+{
+    const CommandScope scope(QStringLiteral("mnuPrint_Click"));
+    // A cancelled dialog, or a printer that cannot start, ends the print
+    // with nothing on paper and no word.
+    const PrintAnswer answer = showPrinterDialog(PrintRequest{});
+    std::unique_ptr<PrintPages> pages = answer.cancelled ? nullptr : openPrintPages(answer);
+    std::optional<int> copies;
+    if (pages && pages->begin())
+        copies = answer.copies;
+    frmPrintVGraph& paper = frmPrintVGraph::instance();
+    bool firstPage = true;
+    zblVGraph().mnuPrint_Click(copies, [&](const VGraphForm& form) {
+        paper.mirror(form);
+        if (!firstPage)
+            pages->newPage();
+        firstPage = false;
+        printForm(paper, *pages);
+    });
+    if (copies)
+        pages->end();
+    paper.mirror(zblVGraph().print);
+    mirrorModel();
 }
 
 void frmZBLVGraph::mirrorModel()

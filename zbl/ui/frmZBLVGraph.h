@@ -39,6 +39,10 @@ public:
     // cursor, read-out labels, the zoom box and the unzoom hint.
     void mirror(const VGraphForm& form);
 
+    // mnuPrint: the printer dialog, then frmPrintVGraph, filled from the
+    // graph, printed once for each copy, a page each.
+    void mnuPrint_Click();
+
     // The cursor's ring. It is shown only while its point lies on the plot,
     // and drawn clipped to the plot area.
     const QGraphicsEllipseItem* cursorRing() const { return m_cursor; }
