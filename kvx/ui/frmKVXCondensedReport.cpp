@@ -8,11 +8,15 @@
 #include "report/ui/ReportWindow.h"
 #include "shell/model/ProgressAbout.h"
 #include "shell/model/RuntimeError.h"
+#include "shell/model/Services.h"
+#include "shell/ui/FormPrinter.h"
+#include "shell/ui/PrintPages.h"
 
 #include <QAbstractScrollArea>
 #include <QCheckBox>
 #include <QCloseEvent>
 #include <QComboBox>
+#include <QCoreApplication>
 #include <QFrame>
 #include <QGridLayout>
 #include <QHBoxLayout>
@@ -20,12 +24,16 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPainter>
+#include <QPicture>
 #include <QPixmap>
 #include <QScrollBar>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 
 #include <cmath>
+#include <memory>
+#include <vector>
 
 namespace quenby {
 
@@ -546,14 +554,19 @@ QWidget* frmKVXCondensedReport::buildCompensationLine(QWidget* page)
     m_compensation->addItem(QStringLiteral("Copper (TK=234.5)"));
     m_compensation->setCurrentIndex(-1);
     m_compensation->setMinimumWidth(170);
-    row->addWidget(m_compensation);
-    // Print twins of the combo box: paper shows its text as plain words.
+    // Print twins of the combo box: paper shows its text as plain words, in
+    // the box's place, the two twins over each other.
+    auto* spot = new QGridLayout;
+    spot->setContentsMargins(0, 0, 0, 0);
+    spot->addWidget(m_compensation, 0, 0);
     for (const char* twinName : {"lbCompensation", "lbCbCompensation"}) {
         QLabel* twin = makeLabel(line, QString::fromLatin1(twinName));
         twin->setMinimumWidth(170);
+        twin->setIndent(TextBoxInset);
         twin->hide();
-        row->addWidget(twin);
+        spot->addWidget(twin, 0, 0);
     }
+    row->addLayout(spot);
     row->addSpacing(16);
     row->addWidget(makeCaption(line, "lbTexteCompensedTemp", "Compensated to:"));
     row->addWidget(makeLabel(line, QStringLiteral("lbTexteCompensedTemp(1)")));
@@ -628,8 +641,11 @@ void frmKVXCondensedReport::connectEvents()
     command("mnKneeIEEE45", &mnKneeIEEE45_Click);
     command("mnKneeAINSIIEC1050", &mnKneeAINSIIEC1050_Click);
     command("mnOk", &mnOk_Click);
-    // mnPrint and mnExcel stay without a command until the print-out and the
-    // export are built.
+    connect(findChild<QAction*>(QStringLiteral("mnPrint")), &QAction::triggered, this, [this] {
+        const CommandScope scope(QStringLiteral("mnPrint_Click"));
+        mnPrint_Click();
+    });
+    // mnExcel stays without a command until the export is built.
 
     // What the operator types into the head is the report's working copy.
     for (const KvxReportHeaderControl& control : kvxReportHeaderControls()) {
@@ -702,6 +718,92 @@ void frmKVXCondensedReport::compensationPicked(int index, const QString& text)
     model.cbCompensationIndex = index;
     model.cbCompensationText = text;
     KvxReport_cbCompensation_Click();
+}
+
+namespace {
+
+// The controls that are for the screen only, hidden on paper.
+constexpr std::array<const char*, 5> ScreenOnly = {"cbCompensation", "lbCurrent", "lbVolts",
+                                                   "lbCurseur", "ckZoom"};
+
+// The text boxes of the head that paper shows as their label twins.
+constexpr std::array<const char*, 13> TwinnedBoxes = {
+    "txtCompany", "txtClass",       "txtCTSerialNumber", "txtDesignator", "txtManufacturer",
+    "txtNotes",   "txtOperator",    "txtPhase",          "txtPosition",   "txtRatio",
+    "txtStation", "txtTemperature", "txtVoltageRating"};
+
+} // namespace
+
+void frmKVXCondensedReport::mnPrint_Click()
+{
+    // A cancelled dialog, or a printer that cannot start, ends the command
+    // before anything has changed, without a word.
+    const PrintAnswer answer = showPrinterDialog(PrintRequest{});
+    if (answer.cancelled)
+        return;
+    std::unique_ptr<PrintPages> pages = openPrintPages(answer);
+    if (!pages || !pages->begin())
+        return;
+
+    // The page is paper-white on the screen already, so its colours stay; the
+    // scroll bar is the window's, not the page's, and never reaches paper.
+    const auto label = [this](const char* name) {
+        return findChild<QLabel*>(QString::fromLatin1(name));
+    };
+    const QString compensation = m_compensation->currentText();
+    std::vector<QWidget*> hidden;
+    for (const char* name : ScreenOnly)
+        if (auto* control = findChild<QWidget*>(QString::fromLatin1(name));
+            control && !control->isHidden()) {
+            control->hide();
+            hidden.push_back(control);
+        }
+    label("lbCompensation")->setText(compensation);
+    label("lbCompensation")->show();
+    std::vector<QLineEdit*> swapped;
+    for (const char* name : TwinnedBoxes) {
+        auto* box = findChild<QLineEdit*>(QString::fromLatin1(name));
+        QLabel* twin =
+            findChild<QLabel*>(QStringLiteral("lbTxt") + QString::fromLatin1(name).mid(3));
+        if (!box || !twin)
+            continue;
+        twin->setText(box->text());
+        twin->show();
+        box->hide();
+        swapped.push_back(box);
+    }
+    label("lbCbCompensation")->setText(compensation);
+    label("lbCbCompensation")->show();
+    // The page settles in its print form before the first copy, so that all
+    // copies are alike: its inner lines lay themselves out on a first render,
+    // which goes nowhere.
+    m_page->adjustSize();
+    {
+        QPicture nowhere;
+        QPainter painter(&nowhere);
+        paintForm(*m_page, painter, QRectF(QPointF(0, 0), QSizeF(m_page->size())));
+    }
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+    m_page->adjustSize();
+
+    // Each copy is a page of its own, the graph as it stands on the screen.
+    for (int copy = 1; copy <= answer.copies; ++copy) {
+        if (copy > 1)
+            pages->newPage();
+        printForm(*m_page, *pages);
+    }
+    pages->end();
+
+    // Back as it was, in the reverse order.
+    label("lbCbCompensation")->hide();
+    for (QLineEdit* box : swapped) {
+        findChild<QLabel*>(QStringLiteral("lbTxt") + box->objectName().mid(3))->hide();
+        box->show();
+    }
+    for (QWidget* control : hidden)
+        control->show();
+    label("lbCompensation")->hide();
+    m_page->adjustSize();
 }
 
 void frmKVXCondensedReport::mirrorModel()

@@ -81,6 +81,11 @@ public:
     // states, the page's place and the chart. Does nothing before the load.
     void mirrorModel() override;
 
+    // mnPrint: the printer dialog, then the window in its print form (screen
+    // controls hidden, text boxes shown as their label twins), one page for
+    // each copy, and the window as it was.
+    void mnPrint_Click();
+
     // The label of `column` in row `n`, 0 being the column head.
     QLabel* cell(KvxColumn column, int n) const;
     QComboBox* cbCompensation() const { return m_compensation; }

@@ -21,6 +21,8 @@
 #include "shell/model/Platform.h"
 #include "shell/model/ProgressAbout.h"
 #include "shell/model/SequentialFiles.h"
+#include "tests/support/PdfReadBack.h"
+#include "tests/support/ScriptedServices.h"
 #include "tests/support/ScriptedViews.h"
 #include "tests/support/TestFiles.h"
 #include "tests/support/WindowChecks.h"
@@ -1207,6 +1209,77 @@ private Q_SLOTS:
         QCOMPARE(w.CWGraph1().axisX()->max(), 2000.0);
         bar->setValue(0);
         w.hide();
+    }
+
+    void printingGivesAPagePerCopyInThePrintFormAndPutsTheWindowBack()
+    {
+        openAndFill(QStringLiteral("kvx-ten-taps.txt"), KneeStandardIeee30);
+        frmKVXCondensedReport& w = frmKVXCondensedReport::instance();
+        auto* company = w.findChild<QLineEdit*>("txtCompany");
+        company->setText(QStringLiteral("Edited Utility Co"));
+        w.cbCompensation()->setEditText(QStringLiteral("Copper (TK=234.5)"));
+        const QStringList boxes = {"txtCompany", "txtNotes", "txtRatio", "txtTemperature"};
+        QStringList before;
+        for (const QString& name : boxes)
+            before << w.findChild<QLineEdit*>(name)->text();
+
+        QTemporaryDir paper;
+        ScriptedServices scripted;
+        scripted.printer.pdfFile = paper.filePath(QStringLiteral("kvx.pdf"));
+        PrintAnswer two;
+        two.cancelled = false;
+        two.copies = 2;
+        scripted.printer.answers.push_back(two);
+        entry(w, "mnPrint")->trigger();
+
+        QCOMPARE(pdfPages(scripted.printer.pdfFile), 2);
+        const QString first = pdfText(scripted.printer.pdfFile, 1);
+        QCOMPARE(pdfText(scripted.printer.pdfFile, 2), first);
+        // Texts of the boxes as plain words, the table, the compensation.
+        QVERIFY2(first.contains(QStringLiteral("Edited Utility Co")), qPrintable(first));
+        QVERIFY2(first.contains(QStringLiteral("X1-X2")), qPrintable(first));
+        QVERIFY2(first.contains(QStringLiteral("Copper (TK=234.5)")), qPrintable(first));
+        // What is only for the screen stays off the paper.
+        QVERIFY2(!first.contains(QStringLiteral("Zoom")), qPrintable(first));
+
+        // The window is as it was: every box shown, editable, with its text.
+        for (int i = 0; i < boxes.size(); ++i) {
+            auto* box = w.findChild<QLineEdit*>(boxes[i]);
+            QVERIFY(!box->isHidden());
+            QVERIFY(!box->isReadOnly());
+            QCOMPARE(box->text(), before[i]);
+            QVERIFY(w.findChild<QLabel*>("lbTxt" + boxes[i].mid(3))->isHidden());
+        }
+        QVERIFY(!w.cbCompensation()->isHidden());
+        QVERIFY(!w.findChild<QCheckBox*>("ckZoom")->isHidden());
+        QVERIFY(w.findChild<QLabel*>("lbCompensation")->isHidden());
+        QVERIFY(w.findChild<QLabel*>("lbCbCompensation")->isHidden());
+    }
+
+    void printingAnEmptyCompensationBoxPrintsNoMaterialAndACancelPrintsNothing()
+    {
+        openAndFill(QStringLiteral("kvx-ten-taps.txt"), KneeStandardIeee45);
+        frmKVXCondensedReport& w = frmKVXCondensedReport::instance();
+        w.cbCompensation()->setCurrentIndex(-1);
+        w.cbCompensation()->setEditText(QString());
+        QTemporaryDir paper;
+        ScriptedServices scripted;
+        scripted.printer.pdfFile = paper.filePath(QStringLiteral("kvx.pdf"));
+        PrintAnswer one;
+        one.cancelled = false;
+        scripted.printer.answers.push_back(one);
+        entry(w, "mnPrint")->trigger();
+        QCOMPARE(pdfPages(scripted.printer.pdfFile), 1);
+        const QString text = pdfText(scripted.printer.pdfFile, 1);
+        QVERIFY(!text.contains(QStringLiteral("TK=")));
+        QCOMPARE(w.findChild<QLabel*>("lbCompensation")->text(), QString());
+
+        // A cancel: nothing printed, nothing changed.
+        QFile::remove(scripted.printer.pdfFile);
+        entry(w, "mnPrint")->trigger();
+        QVERIFY(!QFile::exists(scripted.printer.pdfFile));
+        QVERIFY(!w.findChild<QLineEdit*>("txtCompany")->isHidden());
+        QCOMPARE(scripted.printer.requests.size(), std::size_t(2));
     }
 
     void aLastReferenceOfMinusOneHidesTheHeadsOnTheWindow()
