@@ -26,12 +26,12 @@ const QImage& photo()
 {
     static const QImage image = [] {
         QImage img(SourceWidth, SourceHeight, QImage::Format_RGB32);
-        std::uint32_t seed = 12345;
+        std::uint32_t noise = 12345;
         for (int y = 0; y < SourceHeight; ++y) {
             auto* line = reinterpret_cast<QRgb*>(img.scanLine(y));
             for (int x = 0; x < SourceWidth; ++x) {
-                seed = seed * 1664525u + 1013904223u;
-                const int grain = static_cast<int>(seed >> 28) - 8;
+                noise = noise * 1664525u + 1013904223u;
+                const int grain = static_cast<int>(noise >> 28) - 8;
                 const double wave = std::sin(x * 0.004) * std::cos(y * 0.003);
                 const int r = 128 + static_cast<int>(100 * wave) + grain;
                 const int g = x * 200 / SourceWidth + grain;

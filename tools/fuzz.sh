@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Builds the fuzz targets (clang, model code only) and runs each for a while
-# from a fresh copy of its seeds (tests/fuzz/seeds.txt), printing how many
+# from a fresh copy of its starting inputs (tests/fuzz/corpus.txt), printing how many
 # inputs a second it tried. Ends with status 1 when a target found a crash, a
 # hang, a leak or a sanitizer report; the input that did it is kept in the
 # build folder (fuzz-findings/) with the target's log.
@@ -24,12 +24,12 @@ CC=clang CXX=clang++ cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=RelWithD
   -DQUENBY_MODEL_ONLY=ON -DQUENBY_FUZZ=ON -DQUENBY_BENCHMARKS=OFF >/dev/null
 build=$(cd "$build" && pwd)
 
-# The targets and the makers of seeds, as tests/fuzz/seeds.txt lists them.
+# The targets and the makers of starting inputs, as tests/fuzz/corpus.txt lists them.
 targets=()
 while read -r name arrow maker _; do
   case "$name" in fuzz_*) targets+=("$name") ;; *) continue ;; esac
   [ "$arrow" = "<-" ] && targets+=("$maker")
-done <tests/fuzz/seeds.txt
+done <tests/fuzz/corpus.txt
 cmake --build "$build" -j "$jobs" --target "${targets[@]}"
 
 corpora="$build/fuzz-corpus"
@@ -52,8 +52,8 @@ while read -r name patterns; do
   files=()
   for pattern in "$@"; do
     # Globs from the root of the source tree.
-    for seed in "$root"/$pattern; do
-      [ -f "$seed" ] && files+=("$seed")
+    for input in "$root"/$pattern; do
+      [ -f "$input" ] && files+=("$input")
     done
   done
   if [ -n "$maker" ]; then
@@ -74,7 +74,7 @@ while read -r name patterns; do
     echo "  $name found a problem (status $status); log: $log" >&2
     grep -E '^(==[0-9]+==ERROR|SUMMARY|.*runtime error|.*Test unit written)' "$log" | head -n 8 >&2 || true
   fi
-done <tests/fuzz/seeds.txt
+done <tests/fuzz/corpus.txt
 
 if [ "${#failed[@]}" -ne 0 ]; then
   echo "fuzz.sh: problems found by ${failed[*]}" >&2

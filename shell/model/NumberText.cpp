@@ -5,6 +5,7 @@
 #include <cctype>
 #include <charconv>
 #include <cmath>
+#include <iterator>
 #include <string>
 #include <system_error>
 
@@ -12,14 +13,14 @@ namespace quenby {
 
 namespace {
 
-// Every number of the system is written and read here, and never through the
-// C library's printf or strtod: those follow the process locale, which the
-// application takes from the desktop at start, and a French or Polish desktop
-// would then write and read "1,5". to_chars and from_chars never look at it.
+// Every number of the system is written and read here, with to_chars and
+// from_chars, which never look at the process locale: the application takes
+// the desktop's locale at start, and a French or Polish desktop would
+// otherwise have numbers written and read as "1,5".
 
 // The value of a plain decimal text: an optional sign, digits with at most
 // one point, and an optional exponent "e" with an optional sign. Overflow
-// gives an infinity of the text's sign, underflow a zero, as strtod does.
+// gives an infinity of the text's sign, underflow a zero.
 double parseDecimal(const std::string& s)
 {
     const char* first = s.data();
@@ -296,7 +297,9 @@ QString singleText(float value)
         out += "E+";
         if (d.exponent < 10)
             out.push_back('0');
-        out += std::to_string(d.exponent); // an int: no locale involved
+        char exponent[12];
+        const auto written = std::to_chars(std::begin(exponent), std::end(exponent), d.exponent);
+        out.append(exponent, written.ptr);
         return QString::fromStdString(out);
     }
     return fromPlain(toPlain(d), value < 0, true);

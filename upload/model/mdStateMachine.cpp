@@ -464,9 +464,10 @@ void InitUpload()
     const int minute = clock().now().time().minute();
     const int second = clock().now().time().second();
     g.UploadFolderStamp =
-        QString::asprintf("%04d-%02d-%02d", date.year(), date.month(), date.day()) +
-        QLatin1Char(' ') + formatNumber(hour, u"00") + QLatin1Char('H') +
-        formatNumber(minute, u"00") + QLatin1Char('M') + formatNumber(second, u"00");
+        formatNumber(date.year(), u"0000") + QLatin1Char('-') + formatNumber(date.month(), u"00") +
+        QLatin1Char('-') + formatNumber(date.day(), u"00") + QLatin1Char(' ') +
+        formatNumber(hour, u"00") + QLatin1Char('H') + formatNumber(minute, u"00") +
+        QLatin1Char('M') + formatNumber(second, u"00");
 }
 
 void CloseUpload()
