@@ -10,6 +10,7 @@ packages=(
   clang libclang-rt-14-dev
   fonts-dejavu-core xvfb imagemagick poppler-utils
   locales clang-format
+  libquazip1-qt6-dev libpugixml-dev libreoffice-calc-nogui dpkg-dev
 )
 
 missing=()

@@ -17,6 +17,7 @@
 #include "tests/support/ScriptedServices.h"
 #include "tests/support/TestFiles.h"
 #include "tests/support/WindowChecks.h"
+#include "tools/zblsamples/ZblSampleWriter.h"
 #include "zbl/model/VGraph.h"
 #include "zbl/model/ZblBasicReportView.h"
 #include "zbl/model/ZblReportWindow.h"
@@ -210,6 +211,40 @@ private:
         const Installed<ZblReportWindow> counted(report);
         mnZBLFiles_Click();
         return report.bringUps;
+    }
+
+    // A saved test of `rows` rows, taps "P<i>A" and "P<i>B", written and
+    // opened through the main menu's road, its report mirrored.
+    void openSavedTest(int rows)
+    {
+        samples::ZblSavedFile file;
+        file.date = QStringLiteral("15 Nov.2024   09:07:33");
+        file.company = QStringLiteral("Northfield Power Co-op");
+        file.station = QStringLiteral("Harlow Substation");
+        file.compensationFactor = QStringLiteral("Copper (TK=234.5)");
+        file.compensedTemp = QStringLiteral("75");
+        for (int i = 0; i < rows; ++i) {
+            samples::ZblSavedRow row;
+            row.tapA = QStringLiteral("P%1A").arg(i);
+            row.tapB = QStringLiteral("P%1B").arg(i);
+            row.windingA = row.windingB = QStringLiteral("H1-H2");
+            row.resistanceA = row.resistanceB = QStringLiteral("1.234 mOhm");
+            row.current = QStringLiteral("10 A");
+            row.interval = QStringLiteral("5");
+            row.total = QStringLiteral("00:00:05");
+            file.rows.push_back(row);
+        }
+        const QString path = programDir.filePath(QStringLiteral("printed.zbl"));
+        QCOMPARE(samples::writeSavedZblFile(path, file), Int16(0));
+        setAppPathOverride(programDir.path());
+        appState().LangFilePath = langSourcePath(QStringLiteral("en.lng"));
+        ScriptedServices scripted;
+        scripted.files.answers.push_back(path);
+        CountedBringUp report;
+        const Installed<ZblReportWindow> counted(report);
+        mnZBLFiles_Click();
+        frmZBLBasicReport::instance().fillReportTexts();
+        frmZBLBasicReport::instance().mirrorModel();
     }
 
     static int visibleRowsOf(const frmZBLBasicReport& w)
@@ -1146,6 +1181,108 @@ private Q_SLOTS:
         QVERIFY(!QFile::exists(scripted.printer.pdfFile));
         QVERIFY(graph.findChild<QLabel*>("lbUnZoom")->isHidden());
         graph.close();
+    }
+
+    void basicReportPrintsThirtyThreeRowsAPage_data()
+    {
+        QTest::addColumn<int>("rows");
+        QTest::addColumn<int>("copies");
+        QTest::addColumn<int>("pages");
+        QTest::newRow("33 rows, one page") << 33 << 1 << 1;
+        QTest::newRow("34 rows, two pages") << 34 << 1 << 2;
+        QTest::newRow("34 rows, two copies collated") << 34 << 2 << 4;
+        QTest::newRow("70 rows, three pages") << 70 << 1 << 3;
+        QTest::newRow("100 rows, four pages") << 100 << 1 << 4;
+    }
+
+    void basicReportPrintsThirtyThreeRowsAPage()
+    {
+        QFETCH(int, rows);
+        QFETCH(int, copies);
+        QFETCH(int, pages);
+        openSavedTest(rows);
+        QTemporaryDir paper;
+        ScriptedServices scripted;
+        scripted.printer.pdfFile = paper.filePath(QStringLiteral("report.pdf"));
+        PrintAnswer answer;
+        answer.cancelled = false;
+        answer.copies = copies;
+        answer.fromPage = 2;
+        answer.toPage = 2; // read and not used: every page is printed
+        scripted.printer.answers.push_back(answer);
+        entry(frmZBLBasicReport::instance(), "mnuBasicReport")->trigger();
+
+        QCOMPARE(scripted.printer.requests.size(), std::size_t(1));
+        QCOMPARE(pdfPages(scripted.printer.pdfFile), pages);
+        const int perCopy = pages / copies;
+        for (int page = 1; page <= pages; ++page) {
+            const QString text = pdfText(scripted.printer.pdfFile, page);
+            const int p = (page - 1) % perCopy + 1;
+            QVERIFY2(text.contains(QStringLiteral("Page %1 / %2").arg(p).arg(perCopy)),
+                     qPrintable(text));
+            // The head of the test stands on the first page of each copy only.
+            QCOMPARE(text.contains(QStringLiteral("Harlow Substation")), p == 1);
+            QCOMPARE(text.contains(QStringLiteral("printed.zbl")), p == 1);
+            // The page's rows, and none of the others.
+            const int first = (p - 1) * 33;
+            const int last = std::min(rows, p * 33) - 1;
+            for (const int row : {first, last})
+                QVERIFY2(text.contains(QStringLiteral("P%1A").arg(row)), qPrintable(text));
+            if (first > 0)
+                QVERIFY(!text.contains(QStringLiteral("P%1A").arg(first - 1)));
+            QVERIFY(!text.contains(QStringLiteral("P%1A").arg(last + 1)));
+            // The report's heads, as the report shows them, on every page.
+            QVERIFY2(text.contains(FindKeyInLanguageFile("frmZBLBasicReport.lbTexteCHANA.Caption",
+                                                         appState().LangFilePath)),
+                     qPrintable(text));
+        }
+        // The print window stays hidden throughout.
+        QVERIFY(frmPrintZBLBasicReport::instance().isHidden());
+    }
+
+    void basicReportPrintsNothingOnCancelOrWithoutRows()
+    {
+        QTemporaryDir paper;
+        ScriptedServices scripted;
+        scripted.printer.pdfFile = paper.filePath(QStringLiteral("report.pdf"));
+        openSavedTest(12);
+        entry(frmZBLBasicReport::instance(), "mnuBasicReport")->trigger(); // cancelled
+        QCOMPARE(scripted.printer.requests.size(), std::size_t(1));
+        QVERIFY(!QFile::exists(scripted.printer.pdfFile));
+
+        // No row: the count of one gives no page, after the dialog.
+        openSavedTest(0);
+        PrintAnswer answer;
+        answer.cancelled = false;
+        scripted.printer.answers.push_back(answer);
+        entry(frmZBLBasicReport::instance(), "mnuBasicReport")->trigger();
+        QCOMPARE(scripted.printer.requests.size(), std::size_t(2));
+        QVERIFY(!QFile::exists(scripted.printer.pdfFile));
+    }
+
+    void basicReportPrintShowsTheCompensationAndEditedCells()
+    {
+        openSavedTest(5);
+        frmZBLBasicReport& w = frmZBLBasicReport::instance();
+        QLineEdit* tap = w.cell(ZblColumn::TapA, 2);
+        tap->setText(QString());
+        QTest::keyClicks(tap, QStringLiteral("N_EDIT"));
+        // The operator writes the compensation into its box.
+        QTest::keyClicks(w.cbCompensation()->lineEdit(), QStringLiteral("Copper (TK=234.5)"));
+        QTemporaryDir paper;
+        ScriptedServices scripted;
+        scripted.printer.pdfFile = paper.filePath(QStringLiteral("report.pdf"));
+        PrintAnswer answer;
+        answer.cancelled = false;
+        scripted.printer.answers.push_back(answer);
+        entry(w, "mnuBasicReport")->trigger();
+        const QString text = pdfText(scripted.printer.pdfFile, 1);
+        QVERIFY2(text.contains(QStringLiteral("N_EDIT")), qPrintable(text));
+        QVERIFY2(text.contains(QStringLiteral("Copper (TK=234.5)")), qPrintable(text));
+        QCOMPARE(frmPrintZBLBasicReport::instance()
+                     .findChild<QLabel*>(QStringLiteral("lbCompensendFactor"))
+                     ->text(),
+                 QStringLiteral("Copper (TK=234.5)"));
     }
 
     void vGraphCursorIsDrawnOnThePlotOnly()

@@ -52,44 +52,6 @@ ZblTwipRect ZblBasicReportModel::cellRect(ZblReportColumn column, int i) const
     return {columnLeft[c], rowTop[rowIndex(column, i)], columnWidth[c], rowHeight};
 }
 
-void ZblBasicReportModel::placeColumns()
-{
-    constexpr std::array<int, 4> channel = {ZblTapWidth, ZblWindingWidth, ZblResistanceWidth,
-                                            ZblCompensedWidth};
-    constexpr int channelWidth =
-        ZblTapWidth + ZblWindingWidth + ZblResistanceWidth + ZblCompensedWidth;
-    lbTexteCHANA = {ZblTableLeft, ZblChannelHeadTop, channelWidth, ZblChannelHeadHeight};
-    lbTexteCHANB = {ZblTableLeft + channelWidth, ZblChannelHeadTop, channelWidth,
-                    ZblChannelHeadHeight};
-
-    // The heads lie in one row, each at its column's width.
-    const int headTop = ZblChannelHeadTop + ZblChannelHeadHeight;
-    int left = ZblTableLeft;
-    for (std::size_t c = 0; c < columnHead.size(); ++c) {
-        const int width = channel[c % channel.size()];
-        columnHead[c] = {left, headTop, width, ZblColumnHeadHeight};
-        left += width;
-    }
-    // The border of the total time spans both rows of heads, so that its
-    // bottom meets the other heads' bottom.
-    lbTotalTimeBdr = {left, ZblChannelHeadTop, ZblTotalTimeWidth,
-                      ZblChannelHeadHeight + ZblColumnHeadHeight};
-    lbTotalTime.top = lbTotalTimeBdr.top;
-    lbTotalTime.width = ZblTotalTimeWidth;
-    lbTotalTime.height = lbTotalTimeBdr.height;
-
-    // Row 0 directly under its head, every next row under the one before.
-    for (std::size_t c = 0; c < columnLeft.size(); ++c) {
-        const ZblTwipRect& head = c < columnHead.size() ? columnHead[c] : lbTotalTimeBdr;
-        columnLeft[c] = head.left;
-        columnWidth[c] = head.width;
-    }
-    rowHeight = ZblRowHeight;
-    rowTop[0] = headTop + ZblColumnHeadHeight;
-    for (std::size_t i = 1; i < rowTop.size(); ++i)
-        rowTop[i] = rowTop[i - 1] + rowHeight;
-}
-
 ZblBasicReportModel& zblBasicReport()
 {
     return zblSession().report;

@@ -42,30 +42,105 @@ inline constexpr int ZblReportColumnCount = 9;
 // The control array name of a column ("lbResA").
 const char* zblReportColumnName(ZblReportColumn column);
 
-// The column layout, in twips: the table's left edge, the widths of the
-// columns of one channel and of the total time, and the row height. The
-// channel heads' top and the heads' heights are this window's own choice.
-inline constexpr int ZblTableLeft = 1000;
-inline constexpr int ZblTapWidth = 585;
-inline constexpr int ZblWindingWidth = 1025;
-inline constexpr int ZblResistanceWidth = 975;
-inline constexpr int ZblCompensedWidth = 1455;
-inline constexpr int ZblTotalTimeWidth = 765;
-inline constexpr int ZblRowHeight = 315;
-inline constexpr int ZblChannelHeadTop = 4200;
-inline constexpr int ZblChannelHeadHeight = 315;
-inline constexpr int ZblColumnHeadHeight = 420;
+// Rows of the report's table: the most a ZBL test holds.
+inline constexpr int ZblReportRowCount = 122;
 
-class ZblBasicReportModel
+// The constants of a column layout, in twips: the table's left edge, the
+// widths of the columns of one channel and of the total time, and the row
+// height; then where the channel heads stand and how high the two rows of
+// heads are, each window's own choice.
+struct ZblColumnConstants
+{
+    int left = 0;
+    int tapWidth = 0;
+    int windingWidth = 0;
+    int resistanceWidth = 0;
+    int compensedWidth = 0;
+    int totalTimeWidth = 0;
+    int rowHeight = 0;
+    int channelHeadTop = 0;
+    int channelHeadHeight = 0;
+    int columnHeadHeight = 0;
+};
+
+// The report window's layout.
+inline constexpr ZblColumnConstants ZblReportColumns{1000, 585, 1025, 975, 1455,
+                                                     765,  315, 4200, 315, 420};
+
+// The places of a table's column heads and of its `Rows` rows, as
+// PlaceZBLReportColumns sets them; the print window takes the same steps with
+// its own constants.
+template <int Rows> struct ZblColumnPlacement
+{
+    // The two channel heads over four columns each, one head per channel
+    // column in the order of ZblReportColumn, and the total time label
+    // inside its border.
+    ZblTwipRect lbTexteCHANA;
+    ZblTwipRect lbTexteCHANB;
+    std::array<ZblTwipRect, ZblReportColumnCount - 1>
+        columnHead; // lbTexteTAPA ... lbTexteCompensedResistanceB
+    ZblTwipRect lbTotalTimeBdr;
+    ZblTwipRect lbTotalTime;
+    // Row i of a column lies at the column's left and width, at rowTop[i],
+    // with height rowHeight.
+    std::array<int, ZblReportColumnCount> columnLeft{};
+    std::array<int, ZblReportColumnCount> columnWidth{};
+    std::array<int, Rows> rowTop{};
+    int rowHeight = 0;
+
+    void place(const ZblColumnConstants& k)
+    {
+        const std::array<int, 4> channel = {k.tapWidth, k.windingWidth, k.resistanceWidth,
+                                            k.compensedWidth};
+        const int channelWidth = k.tapWidth + k.windingWidth + k.resistanceWidth + k.compensedWidth;
+        lbTexteCHANA = {k.left, k.channelHeadTop, channelWidth, k.channelHeadHeight};
+        lbTexteCHANB = {k.left + channelWidth, k.channelHeadTop, channelWidth, k.channelHeadHeight};
+
+        // The heads lie in one row, each at its column's width.
+        const int headTop = k.channelHeadTop + k.channelHeadHeight;
+        int at = k.left;
+        for (std::size_t c = 0; c < columnHead.size(); ++c) {
+            const int width = channel[c % channel.size()];
+            columnHead[c] = {at, headTop, width, k.columnHeadHeight};
+            at += width;
+        }
+        // The border of the total time spans both rows of heads, so that its
+        // bottom meets the other heads' bottom.
+        lbTotalTimeBdr = {at, k.channelHeadTop, k.totalTimeWidth,
+                          k.channelHeadHeight + k.columnHeadHeight};
+        lbTotalTime.top = lbTotalTimeBdr.top;
+        lbTotalTime.width = k.totalTimeWidth;
+        lbTotalTime.height = lbTotalTimeBdr.height;
+
+        // Row 0 directly under its head, every next row under the one before.
+        for (std::size_t c = 0; c < columnLeft.size(); ++c) {
+            const ZblTwipRect& head = c < columnHead.size() ? columnHead[c] : lbTotalTimeBdr;
+            columnLeft[c] = head.left;
+            columnWidth[c] = head.width;
+        }
+        rowHeight = k.rowHeight;
+        rowTop[0] = headTop + k.columnHeadHeight;
+        for (std::size_t i = 1; i < rowTop.size(); ++i)
+            rowTop[i] = rowTop[i - 1] + rowHeight;
+    }
+
+    // lbTotalTime centred over lbTotalTimeBdr.
+    void centreTotalTime()
+    {
+        lbTotalTime.left = lbTotalTimeBdr.left + (lbTotalTimeBdr.width - lbTotalTime.width) / 2;
+    }
+};
+
+class ZblBasicReportModel : public ZblColumnPlacement<ZblReportRowCount>
 {
 public:
     ZblBasicReportModel() { placeColumns(); }
 
     // Lays out the column heads and the cells of all 122 rows.
-    void placeColumns();
+    void placeColumns() { place(ZblReportColumns); }
 
     // Rows 0 to 121; every row exists at all times, used or not.
-    static constexpr int RowCount = 122;
+    static constexpr int RowCount = ZblReportRowCount;
 
     // The text of cell (column, i), i from 0 to 121; any other index is
     // Subscript out of range.
@@ -111,22 +186,6 @@ public:
     // Whether the window is on screen; the window keeps this in step. The
     // compensation dialog decides by it which report it serves.
     bool shown = false;
-
-    // The column heads: the two channel heads over four columns each, one
-    // head per channel column in the order of ZblReportColumn, and the total
-    // time label inside its border.
-    ZblTwipRect lbTexteCHANA;
-    ZblTwipRect lbTexteCHANB;
-    std::array<ZblTwipRect, ZblReportColumnCount - 1>
-        columnHead; // lbTexteTAPA ... lbTexteCompensedResistanceB
-    ZblTwipRect lbTotalTimeBdr;
-    ZblTwipRect lbTotalTime;
-    // Row i of a column lies at the column's left and width, at rowTop[i],
-    // with height rowHeight.
-    std::array<int, ZblReportColumnCount> columnLeft{};
-    std::array<int, ZblReportColumnCount> columnWidth{};
-    std::array<int, RowCount> rowTop{};
-    int rowHeight = 0;
 
     // The scroll bar and the frame it moves.
     bool VScroll1Visible = false;

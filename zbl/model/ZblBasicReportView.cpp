@@ -142,8 +142,7 @@ void PlaceZBLReportColumns()
 
 void CentreZblTotalTimeHead()
 {
-    ZblBasicReportModel& m = model();
-    m.lbTotalTime.left = m.lbTotalTimeBdr.left + (m.lbTotalTimeBdr.width - m.lbTotalTime.width) / 2;
+    model().centreTotalTime();
 }
 
 int ZblScrollMaximum(int n)

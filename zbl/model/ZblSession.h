@@ -6,6 +6,7 @@
 #include "shell/model/Session.h"
 #include "zbl/model/VGraph.h"
 #include "zbl/model/ZblBasicReportModel.h"
+#include "zbl/model/ZblPrintReport.h"
 #include "zbl/model/ZblTestRecord.h"
 
 #include <QString>
@@ -16,6 +17,7 @@ struct ZblSession
 {
     ZblTestRecord record;       // the test as read from its file
     ZblBasicReportModel report; // frmZBLBasicReport's cells and controls
+    ZblPrintReportModel print;  // frmPrintZBLBasicReport
     VGraph vGraph;              // frmZBLVGraph
     QString GraphChannel;       // the channel the V graph shows: "A" or "B"
 

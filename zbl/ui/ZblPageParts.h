@@ -3,6 +3,8 @@
 // and table cells made under their control names.
 #pragma once
 
+#include "report/ui/ReportLogo.h"
+
 #include "shell/model/Twips.h"
 #include <QString>
 

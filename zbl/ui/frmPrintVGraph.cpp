@@ -16,14 +16,25 @@ constexpr int PageHeightTwips = 12672;
 constexpr int MarginTwips = 1000;
 } // namespace
 
+namespace {
+frmPrintVGraph* made = nullptr; // made on first touch, lives until the process ends
+} // namespace
+
 frmPrintVGraph& frmPrintVGraph::instance()
 {
-    static frmPrintVGraph* window = new frmPrintVGraph; // lives until the process ends
-    return *window;
+    if (!made)
+        new frmPrintVGraph;
+    return *made;
+}
+
+frmPrintVGraph* frmPrintVGraph::existing()
+{
+    return made;
 }
 
 frmPrintVGraph::frmPrintVGraph()
 {
+    made = this; // the logo's load asks for the windows there are
     setObjectName(QStringLiteral("frmPrintVGraph"));
     setWindowTitle(QStringLiteral("V-Graph"));
     makePaper(*this);
@@ -44,7 +55,8 @@ frmPrintVGraph::frmPrintVGraph()
     body->addWidget(m_graph.view, 1);
     lines->addLayout(body, 1);
 
-    makeLogo(this)->raise();
+    m_pageLogo.design(makeLogo(this))->raise();
+    loadLogoIfAny(LogoLeftTwips, LogoTopTwips);
 }
 
 void frmPrintVGraph::mirror(const VGraphForm& form)

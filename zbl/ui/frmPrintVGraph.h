@@ -16,6 +16,10 @@ class frmPrintVGraph final : public QWidget, public WindowTextReceiver
     Q_OBJECT
 
 public:
+    // The logo's box and the head label it centres on.
+    LogoTarget& logoTarget() { return m_pageLogo; }
+    // The window if it has been made, else none.
+    static frmPrintVGraph* existing();
     // The one instance, made on first touch; it stays hidden.
     static frmPrintVGraph& instance();
 
@@ -32,6 +36,7 @@ private:
     frmPrintVGraph();
 
     VGraphChart m_graph;
+    DesignedLogo m_pageLogo;
 };
 
 } // namespace quenby

@@ -1,6 +1,9 @@
 #include "zbl/ui/frmPrintZBLBasicReport.h"
 
 #include "localisation/ui/WindowTexts.h"
+#include "report/ui/FittedText.h"
+#include "shell/ui/FormSize.h"
+#include "zbl/model/ZblSession.h"
 
 #include <QFrame>
 #include <QGridLayout>
@@ -12,86 +15,105 @@ namespace quenby {
 
 namespace {
 
-struct PrintColumn
+// The heads of the channel columns, in the order of ZblReportColumn: the
+// head the print copies from the report, and the head the language fills.
+struct PrintHead
 {
-    const char* cells;    // the label array of the column
-    const char* head;     // the head that the print copies from the report
-    const char* textHead; // the head that the language fills
+    const char* shown;
+    const char* filled;
     const char* caption;
-    int widthTwips;
 };
 
-constexpr std::array<PrintColumn, 8> ChannelColumns = {{
-    {"lbResultTapA", "lbTAPA", "lbTexteTAPA", "Tap", 590},
-    {"lbResultWindingA", "lbWindingA", "lbTexteWindingA", "Winding", 1030},
-    {"lbResultResA", "lbResA", "lbTexteResistanceA", "Resistance", 970},
-    {"lbResultCompResA", "lbCompensedResistanceA", "lbTexteCompensedResistanceA", "Compensated",
-     1460},
-    {"lbResultTapB", "lbTAPB", "lbTexteTAPB", "Tap", 590},
-    {"lbResultWindingB", "lbWindingB", "lbTexteWindingB", "Winding", 1030},
-    {"lbResultResB", "lbResB", "lbTexteResistanceB", "Resistance", 970},
-    {"lbResultCompResB", "lbCompensedResistanceB", "lbTexteCompensedResistanceB", "Compensated",
-     1460},
+constexpr std::array<PrintHead, ZblReportColumnCount - 1> ColumnHeads = {{
+    {"lbTAPA", "lbTexteTAPA", "Tap"},
+    {"lbWindingA", "lbTexteWindingA", "Winding"},
+    {"lbResA", "lbTexteResistanceA", "Resistance"},
+    {"lbCompensedResistanceA", "lbTexteCompensedResistanceA", "Compensated"},
+    {"lbTAPB", "lbTexteTAPB", "Tap"},
+    {"lbWindingB", "lbTexteWindingB", "Winding"},
+    {"lbResB", "lbTexteResistanceB", "Resistance"},
+    {"lbCompensedResistanceB", "lbTexteCompensedResistanceB", "Compensated"},
 }};
-constexpr auto TotalTimeCells = "lbtotTime";
-constexpr int TotalTimeWidthTwips = 770;
 
-// The sheet and its frames in twips, as the first page places them: the
-// client area is 8.5 by 8.8 inches.
-constexpr int PageWidthTwips = 12240;
-constexpr int PageHeightTwips = 12672;
-constexpr int HeaderTopTwips = 150;
-constexpr int DataTopTwips = 4250;
-constexpr int PageNumberTopTwips = 12500;
+// The print cell arrays, in the order of ZblReportColumn.
+constexpr std::array<const char*, ZblReportColumnCount> CellArrays = {
+    "lbResultTapA",     "lbResultWindingA", "lbResultResA",     "lbResultCompResA", "lbResultTapB",
+    "lbResultWindingB", "lbResultResB",     "lbResultCompResB", "lbtotTime"};
+
 constexpr int TableLeftTwips = 570;
-constexpr int RowHeightTwips = 225;
-constexpr int ChannelHeadHeightTwips = 225;
-constexpr int ColumnHeadHeightTwips = 300;
+// The frame and the insets of a head, both sides, and its smallest font.
+constexpr int HeadInsets = 6;
+constexpr int SmallestHeadFontPixels = 6;
 
+// A box of the table frame: each reaches one pixel into its right and lower
+// neighbours, so that neighbours share one line instead of drawing two.
+QRect tableBox(const ZblTwipRect& r)
+{
+    const int left = pixelsOfTwips(r.left);
+    const int top = pixelsOfTwips(r.top);
+    return {left, top, pixelsOfTwips(r.left + r.width) - left + 1,
+            pixelsOfTwips(r.top + r.height) - top + 1};
+}
+
+} // namespace
+
+namespace {
+frmPrintZBLBasicReport* made = nullptr; // made on first touch, lives until the process ends
 } // namespace
 
 frmPrintZBLBasicReport& frmPrintZBLBasicReport::instance()
 {
-    static frmPrintZBLBasicReport* window =
-        new frmPrintZBLBasicReport; // lives until the process ends
-    return *window;
+    if (!made)
+        new frmPrintZBLBasicReport;
+    return *made;
+}
+
+frmPrintZBLBasicReport* frmPrintZBLBasicReport::existing()
+{
+    return made;
 }
 
 frmPrintZBLBasicReport::frmPrintZBLBasicReport()
 {
+    made = this; // the logo's load asks for the windows there are
     setObjectName(QStringLiteral("frmPrintZBLBasicReport"));
     setWindowTitle(QStringLiteral("ZBL Basic Report"));
     makePaper(*this);
-    setFixedSize(pixelsOfTwips(PageWidthTwips), pixelsOfTwips(PageHeightTwips));
+    SetFormClientSize(*this, ZblPrintWidthInches, ZblPrintHeightInches);
+    const int sheetHeight = height();
 
-    QFrame* header = makeFrame(this, QStringLiteral("frHeaderPrint"));
-    header->setGeometry(0, pixelsOfTwips(HeaderTopTwips), width(),
-                        pixelsOfTwips(DataTopTwips - HeaderTopTwips));
-    buildHeader(header);
+    m_header = makeFrame(this, QStringLiteral("frHeaderPrint"));
+    m_header->setGeometry(0, pixelsOfTwips(ZblPrintHeaderTop), width(),
+                          pixelsOfTwips(ZblPrintDataTopFirst - ZblPrintHeaderTop));
+    buildHeader(m_header);
 
-    QFrame* data = makeFrame(this, QStringLiteral("frDataPrint"));
-    data->setGeometry(0, pixelsOfTwips(DataTopTwips), width(),
-                      pixelsOfTwips(PageNumberTopTwips - DataTopTwips));
-    buildTable(data);
+    m_data = makeFrame(this, QStringLiteral("frDataPrint"));
+    m_data->setGeometry(0, pixelsOfTwips(ZblPrintDataTopFirst), width(),
+                        pixelsOfTwips(ZblPrintPageNumberTop - ZblPrintDataTopFirst));
+    buildTable(m_data);
 
-    QFrame* pageNumber = makeFrame(this, QStringLiteral("frmPageNumber"));
-    pageNumber->setGeometry(0, pixelsOfTwips(PageNumberTopTwips), width(),
-                            pixelsOfTwips(PageHeightTwips - PageNumberTopTwips));
-    auto* pageLine = new QHBoxLayout(pageNumber);
+    m_pageNumber = makeFrame(this, QStringLiteral("frmPageNumber"));
+    m_pageNumber->setGeometry(0, pixelsOfTwips(ZblPrintPageNumberTop), width(),
+                              sheetHeight - pixelsOfTwips(ZblPrintPageNumberTop));
+    auto* pageLine = new QHBoxLayout(m_pageNumber);
     pageLine->setContentsMargins(0, 0, pixelsOfTwips(TableLeftTwips), 0);
-    QLabel* page = makeLabel(pageNumber, QStringLiteral("lbPage"), QStringLiteral("Page 1 / 1"));
-    QFont small = page->font();
+    m_page = makeLabel(m_pageNumber, QStringLiteral("lbPage"), QStringLiteral("Page 1 / 1"));
+    QFont small = m_page->font();
     small.setPixelSize(10);
-    page->setFont(small);
+    m_page->setFont(small);
     pageLine->addStretch(1);
-    pageLine->addWidget(page);
+    pageLine->addWidget(m_page);
+
+    // The load: the logo when its file is there.
+    loadLogoIfAny(LogoLeftTwips, LogoTopTwips);
+    mirror(zblPrintReport());
 }
 
 void frmPrintZBLBasicReport::buildHeader(QWidget* frame)
 {
     auto* lines = new QVBoxLayout(frame);
     const int margin = pixelsOfTwips(TableLeftTwips);
-    lines->setContentsMargins(margin, pixelsOfTwips(LogoTopTwips - HeaderTopTwips), margin, 0);
+    lines->setContentsMargins(margin, pixelsOfTwips(LogoTopTwips - ZblPrintHeaderTop), margin, 0);
     lines->setSpacing(8);
 
     auto* titleLine = new QHBoxLayout;
@@ -137,27 +159,11 @@ void frmPrintZBLBasicReport::buildHeader(QWidget* frame)
     lines->addLayout(grid);
     lines->addStretch(1);
 
-    makeLogo(frame)->raise();
+    m_pageLogo.design(makeLogo(frame))->raise();
 }
 
 void frmPrintZBLBasicReport::buildTable(QWidget* frame)
 {
-    // Lefts from running sums in twips, so that neighbouring cells meet.
-    std::array<int, 10> left{};
-    left[0] = TableLeftTwips;
-    for (std::size_t c = 0; c < ChannelColumns.size(); ++c)
-        left[c + 1] = left[c] + ChannelColumns[c].widthTwips;
-    left[9] = left[8] + TotalTimeWidthTwips;
-    const auto x = [&left](std::size_t c) { return pixelsOfTwips(left[c]); };
-    const auto width = [&left](std::size_t c) {
-        return pixelsOfTwips(left[c + 1]) - pixelsOfTwips(left[c]);
-    };
-
-    // Each box reaches one pixel into its right and lower neighbours, so that
-    // neighbours share one line instead of drawing two.
-    const auto place = [](QWidget* box, const QRect& r) {
-        box->setGeometry(r.adjusted(0, 0, 1, 1));
-    };
     const auto head = [frame](const QString& name, const QString& text) {
         QLabel* label = makeTableLabel(frame, name, text);
         QFont bold = label->font();
@@ -168,45 +174,92 @@ void frmPrintZBLBasicReport::buildTable(QWidget* frame)
     // The language fills the heads named as on the report, and the print
     // copies the report's heads into lbCHANA and its neighbours: only the
     // latter are on paper.
-    const auto headPair = [&head, &place](const char* shown, const char* filled, const char* text,
-                                          const QRect& where) {
-        place(head(QString::fromLatin1(shown), QString::fromLatin1(text)), where);
-        QLabel* hidden = head(QString::fromLatin1(filled), QString::fromLatin1(text));
-        place(hidden, where);
-        hidden->hide();
+    const auto headPair = [&head](const char* shown, const char* filled, const char* text) {
+        QLabel* paper = head(QString::fromLatin1(shown), QString::fromLatin1(text));
+        head(QString::fromLatin1(filled), QString::fromLatin1(text))->hide();
+        return paper;
     };
+    m_channelHeads[0] = headPair("lbCHANA", "lbTexteCHANA", "CHANNEL A");
+    m_channelHeads[1] = headPair("lbCHANB", "lbTexteCHANB", "CHANNEL B");
+    for (std::size_t c = 0; c < ColumnHeads.size(); ++c)
+        m_columnHeads[c] =
+            headPair(ColumnHeads[c].shown, ColumnHeads[c].filled, ColumnHeads[c].caption);
+    m_totalTimeBorder = makeTableLabel(frame, QStringLiteral("lbTotalTimeBdr"));
+    m_totalTime = head(QStringLiteral("lbTotalTime"), QStringLiteral("Total time"));
+    m_totalTime->setFrameShape(QFrame::NoFrame);
+    m_totalTime->setWordWrap(true);
 
-    const int top = 0;
-    const int channelHead = pixelsOfTwips(ChannelHeadHeightTwips);
-    const int columnHead = pixelsOfTwips(ColumnHeadHeightTwips);
-    headPair("lbCHANA", "lbTexteCHANA", "CHANNEL A", QRect(x(0), top, x(4) - x(0), channelHead));
-    headPair("lbCHANB", "lbTexteCHANB", "CHANNEL B", QRect(x(4), top, x(8) - x(4), channelHead));
-    const int columnTop = top + channelHead;
-    for (std::size_t c = 0; c < ChannelColumns.size(); ++c) {
-        const PrintColumn& look = ChannelColumns[c];
-        headPair(look.head, look.textHead, look.caption,
-                 QRect(x(c), columnTop, width(c), columnHead));
-    }
-    QLabel* border = makeTableLabel(frame, QStringLiteral("lbTotalTimeBdr"));
-    place(border, QRect(x(8), top, width(8), channelHead + columnHead));
-    QLabel* totalTime = head(QStringLiteral("lbTotalTime"), QStringLiteral("Total time"));
-    totalTime->setFrameShape(QFrame::NoFrame);
-    totalTime->setWordWrap(true);
-    totalTime->setGeometry(border->geometry().adjusted(1, 1, -1, -1));
-
-    const int rowTop = columnTop + columnHead;
-    for (int r = 0; r < RowsPerPage; ++r) {
-        const int y = rowTop + pixelsOfTwips(r * RowHeightTwips);
-        const int h = pixelsOfTwips((r + 1) * RowHeightTwips) - pixelsOfTwips(r * RowHeightTwips);
-        for (std::size_t c = 0; c < static_cast<std::size_t>(ZblColumnCount); ++c) {
-            const QString array = c < ChannelColumns.size()
-                                      ? QString::fromLatin1(ChannelColumns[c].cells)
-                                      : QString::fromLatin1(TotalTimeCells);
-            QLabel* cell = makeTableLabel(frame, indexedName(array, r));
-            place(cell, QRect(x(c), y, width(c), h));
-            m_cells[c][static_cast<std::size_t>(r)] = cell;
+    for (int r = 0; r < RowsPerPage; ++r)
+        for (std::size_t c = 0; c < CellArrays.size(); ++c) {
+            QLabel* box = makeTableLabel(frame, indexedName(QString::fromLatin1(CellArrays[c]), r));
+            // The rows are designed hidden: each page shows its own.
+            box->hide();
+            m_cells[c][static_cast<std::size_t>(r)] = box;
         }
+}
+
+void frmPrintZBLBasicReport::mirror(const ZblPrintReportModel& m)
+{
+    const auto text = [this](const char* name, const QString& value) {
+        findChild<QLabel*>(QString::fromLatin1(name))->setText(value);
+    };
+    text("lbFileName", m.lbFileName);
+    text("lbDate", m.lbDate);
+    text("LBCompany", m.LBCompany);
+    text("LBDesignator", m.LBDesignator);
+    text("LBXFRSerialNumber", m.LBXFRSerialNumber);
+    text("LBTemperature", m.LBTemperature);
+    text("lbStation", m.lbStation);
+    text("lbManufacturer", m.lbManufacturer);
+    text("lbOperator", m.lbOperator);
+    text("lbCompensatedTemp", m.lbCompensatedTemp);
+    text("lbCompensendFactor", m.lbCompensendFactor);
+    text("lbNotes", m.lbNotes);
+
+    const auto frame = [](QWidget& box, const ZblPrintFrame& f) {
+        box.move(box.x(), pixelsOfTwips(f.top));
+        box.setVisible(f.visible);
+    };
+    frame(*m_header, m.frHeaderPrint);
+    frame(*m_data, m.frDataPrint);
+    frame(*m_pageNumber, m.frmPageNumber);
+    m_page->setText(m.lbPage);
+
+    // Heads first: the language's texts stand there until a print copies the
+    // report's.
+    const auto headText = [](QLabel* label, const QString& value) {
+        if (!value.isEmpty())
+            label->setText(value);
+    };
+    m_channelHeads[0]->setGeometry(tableBox(m.lbTexteCHANA));
+    m_channelHeads[1]->setGeometry(tableBox(m.lbTexteCHANB));
+    headText(m_channelHeads[0], m.heads.CHANA);
+    headText(m_channelHeads[1], m.heads.CHANB);
+    for (std::size_t c = 0; c < m_columnHeads.size(); ++c) {
+        m_columnHeads[c]->setGeometry(tableBox(m.columnHead[c]));
+        headText(m_columnHeads[c], m.heads.column[c]);
     }
+    for (std::size_t c = 0; c < ColumnHeads.size(); ++c)
+        findChild<QLabel*>(QString::fromLatin1(ColumnHeads[c].filled))
+            ->setGeometry(tableBox(m.columnHead[c]));
+    m_totalTimeBorder->setGeometry(tableBox(m.lbTotalTimeBdr));
+    m_totalTime->setGeometry(tableBox(m.lbTotalTime).adjusted(1, 1, -2, -2));
+    headText(m_totalTime, m.heads.TotalTime);
+    // A language's heads may be wider than their columns: their font gives
+    // way, down to a size still readable on paper.
+    for (QLabel* label : m_channelHeads)
+        fitOneLine(*label, label->width() - HeadInsets, SmallestHeadFontPixels);
+    for (QLabel* label : m_columnHeads)
+        fitOneLine(*label, label->width() - HeadInsets, SmallestHeadFontPixels);
+
+    for (int r = 0; r < RowsPerPage; ++r)
+        for (std::size_t c = 0; c < CellArrays.size(); ++c) {
+            const auto column = static_cast<ZblReportColumn>(c);
+            QLabel* box = m_cells[c][static_cast<std::size_t>(r)];
+            box->setGeometry(tableBox(m.cellRect(column, r)));
+            box->setText(m.cell(column, r));
+            box->setVisible(m.rowVisible(r));
+        }
 }
 
 QLabel* frmPrintZBLBasicReport::cell(ZblColumn column, int row) const
@@ -217,6 +270,7 @@ QLabel* frmPrintZBLBasicReport::cell(ZblColumn column, int row) const
 void frmPrintZBLBasicReport::FillTextsPrintZblBasicReport()
 {
     fillWindowTexts(*this, QStringLiteral("FillTextsPrintZblBasicReport"));
+    fitTestHeadTitles(*this, width(), pixelsOfTwips(TableLeftTwips));
 }
 
 } // namespace quenby

@@ -1,8 +1,14 @@
 #include "zbl/ui/frmZBLBasicReport.h"
 
+#include "shell/ui/FormPrinter.h"
+#include "shell/ui/PrintPages.h"
+#include "zbl/model/ZblPrintReport.h"
+
 #include "localisation/ui/WindowTexts.h"
 #include "report/ui/FittedText.h"
 #include "shell/model/RuntimeError.h"
+#include "shell/ui/FormPrinter.h"
+#include "shell/ui/PrintPages.h"
 #include "zbl/model/VGraph.h"
 #include "zbl/model/ZblBasicReportView.h"
 #include "zbl/model/ZblCompensation.h"
@@ -121,14 +127,25 @@ QMenu* addMenu(QMenuBar* bar, QWidget* owner, const QString& name, const QString
 
 } // namespace
 
+namespace {
+frmZBLBasicReport* made = nullptr; // made on first touch, lives until the process ends
+} // namespace
+
 frmZBLBasicReport& frmZBLBasicReport::instance()
 {
-    static frmZBLBasicReport* window = new frmZBLBasicReport; // lives until the process ends
-    return *window;
+    if (!made)
+        new frmZBLBasicReport;
+    return *made;
+}
+
+frmZBLBasicReport* frmZBLBasicReport::existing()
+{
+    return made;
 }
 
 frmZBLBasicReport::frmZBLBasicReport()
 {
+    made = this; // the logo's load asks for the windows there are
     setObjectName(QStringLiteral("frmZBLBasicReport"));
     setWindowTitle(QStringLiteral("ZBL Basic Report"));
     buildMenu();
@@ -166,6 +183,7 @@ void frmZBLBasicReport::connectEvents()
         });
     };
     command("mnuOk", [] { ZblReport_mnuOk_Click(); });
+    command("mnuBasicReport", [this] { mnuBasicReport_Click(); });
     command("mnuVGraphA", [this] {
         openVGraph(QStringLiteral("A"),
                    findChild<QLineEdit*>(QStringLiteral("lbTexteCHANA"))->text());
@@ -201,19 +219,63 @@ void frmZBLBasicReport::connectEvents()
     });
 }
 
+ZblColumnHeadTexts frmZBLBasicReport::columnHeadTexts() const
+{
+    const auto head = [this](const char* name) {
+        return findChild<QLineEdit*>(QString::fromLatin1(name))->text();
+    };
+    ZblColumnHeadTexts heads;
+    heads.CHANA = head("lbTexteCHANA");
+    heads.CHANB = head("lbTexteCHANB");
+    for (std::size_t c = 0; c < ChannelColumns.size(); ++c)
+        heads.column[c] = head(ChannelColumns[c].head);
+    heads.TotalTime = findChild<QLabel*>(QStringLiteral("lbTotalTime"))->text();
+    return heads;
+}
+
+void frmZBLBasicReport::mnuBasicReport_Click()
+{
+    frmPrintZBLBasicReport& paper = frmPrintZBLBasicReport::instance();
+    std::unique_ptr<PrintPages> pages;
+    bool started = false;
+    const auto printerDialog = [&pages]() -> std::optional<int> {
+        const PrintAnswer answer = showPrinterDialog(PrintRequest{});
+        if (answer.cancelled)
+            return std::nullopt;
+        pages = openPrintPages(answer);
+        if (!pages)
+            return std::nullopt;
+        return answer.copies;
+    };
+    // The job starts with its first page, so that a test with no rows puts
+    // nothing on paper; a printer that cannot start ends the print.
+    const auto printPage = [&](const ZblPrintReportModel& sheet) {
+        paper.mirror(sheet);
+        if (!started) {
+            if (!pages->begin())
+                return false;
+            started = true;
+        } else if (!pages->newPage()) {
+            return false;
+        }
+        printForm(paper, *pages);
+        return true;
+    };
+    ZblReport_mnuBasicReport_Click(columnHeadTexts(), printerDialog, printPage);
+    if (started)
+        pages->end();
+    paper.mirror(zblPrintReport());
+}
+
 void frmZBLBasicReport::fillReportTexts()
 {
     FillTextsZblBasicReport();
     frmPrintZBLBasicReport::instance().FillTextsPrintZblBasicReport();
 }
 
-void frmZBLBasicReport::loadLogo(const QString& path, double /*left*/, double /*top*/)
+void frmZBLBasicReport::loadLogo(const QString& /*path*/, double left, double top)
 {
-    // imgLogo already stands where the page's design puts the logo.
-    QLabel* logo = findChild<QLabel*>(QStringLiteral("imgLogo"));
-    const QPixmap image(path);
-    if (logo && !image.isNull())
-        logo->setPixmap(image.scaled(logo->size(), Qt::KeepAspectRatio, Qt::SmoothTransformation));
+    logoProcessing().loadAndFit(left, top);
 }
 
 void frmZBLBasicReport::loadModel()
@@ -341,7 +403,7 @@ void frmZBLBasicReport::buildPage(QWidget* viewport)
     m_page = page;
     makePaper(*page);
     buildHead(page);
-    makeLogo(page);
+    m_pageLogo.design(makeLogo(page));
 }
 
 void frmZBLBasicReport::buildHead(QWidget* page)

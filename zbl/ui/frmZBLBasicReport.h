@@ -13,6 +13,7 @@
 #pragma once
 
 #include "shell/ui/MainWindowOwner.h"
+#include "zbl/model/ZblPrintReport.h"
 #include "zbl/model/ZblReportWindow.h"
 #include "zbl/ui/ZblPageParts.h"
 
@@ -63,6 +64,16 @@ public:
     void hideReport() override { hide(); }
     void loadLogo(const QString& path, double left, double top) override;
 
+    // The logo's box and the head label it centres on.
+    LogoTarget& logoTarget() { return m_pageLogo; }
+    // The window if it has been made, else none.
+    static frmZBLBasicReport* existing();
+
+    // mnuBasicReport: the report on paper, through the printer dialog.
+    void mnuBasicReport_Click();
+    // The texts of the table's heads as the report shows them.
+    ZblColumnHeadTexts columnHeadTexts() const;
+
 protected:
     void closeEvent(QCloseEvent* event) override;
     // The window's load runs once, on the first fill of its texts or the
@@ -95,6 +106,7 @@ private:
     int m_tableTop = 0;
     QScrollBar* m_scroll = nullptr;
     QComboBox* m_compensation = nullptr;
+    DesignedLogo m_pageLogo;
 };
 
 } // namespace quenby

@@ -45,14 +45,25 @@ constexpr int ScrollStepTwips = 20;
 constexpr int ClickSlopPixels = 3;
 } // namespace
 
+namespace {
+frmZBLVGraph* made = nullptr; // made on first touch, lives until the process ends
+} // namespace
+
 frmZBLVGraph& frmZBLVGraph::instance()
 {
-    static frmZBLVGraph* window = new frmZBLVGraph; // lives until the process ends
-    return *window;
+    if (!made)
+        new frmZBLVGraph;
+    return *made;
+}
+
+frmZBLVGraph* frmZBLVGraph::existing()
+{
+    return made;
 }
 
 frmZBLVGraph::frmZBLVGraph()
 {
+    made = this; // the logo's load asks for the windows there are
     setObjectName(QStringLiteral("frmZBLVGraph"));
     setWindowTitle(QStringLiteral("V-Graph"));
 
@@ -130,7 +141,8 @@ frmZBLVGraph::frmZBLVGraph()
     // window is resized: the ring follows its point.
     connect(chart, &QChart::plotAreaChanged, this, [this] { placeCursor(); });
 
-    makeLogo(page)->raise();
+    m_pageLogo.design(makeLogo(page))->raise();
+    loadLogoIfAny(LogoLeftTwips, LogoTopTwips);
 
     connect(zoom, &QCheckBox::clicked, this, [this](bool ticked) {
         zblVGraph().ckZoom_Click(ticked);

@@ -26,6 +26,10 @@ class frmZBLVGraph final : public ModalWindow, public WindowTextReceiver
     Q_OBJECT
 
 public:
+    // The logo's box and the head label it centres on.
+    LogoTarget& logoTarget() { return m_pageLogo; }
+    // The window if it has been made, else none.
+    static frmZBLVGraph* existing();
     // The one instance, made on first touch; closing only hides it.
     static frmZBLVGraph& instance();
 
@@ -74,6 +78,7 @@ private:
     // Where the left button went down on the graph, while it is held.
     std::optional<QPoint> m_pressedAt;
     bool m_draggingCursor = false;
+    DesignedLogo m_pageLogo;
 };
 
 // The common part of the mirror of both V graph pages: the head, lbCHAN and

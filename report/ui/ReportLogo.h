@@ -1,0 +1,60 @@
+// The company logo on the report windows and their paper twins.
+//
+// Each of these windows has an imgLogo box and a head label the logo stands
+// centred over. When a window loads and the logo file exists, it asks the
+// logo's processing (frmProcessLogo, installed by the application) to load the
+// file and fit it: the logo then goes on every such window there is, in a
+// fixed order, at the size that fits a square box of LogoBoxSide twips.
+#pragma once
+
+#include "shell/model/Session.h"
+
+#include <QRect>
+
+class QLabel;
+
+namespace quenby {
+
+// A window that carries the logo: its imgLogo box, and the head label the
+// logo stands centred over, in the coordinates of imgLogo's parent.
+class LogoTarget
+{
+public:
+    virtual ~LogoTarget() = default;
+    virtual QLabel& imgLogo() = 0;
+    virtual QRect logoHeadLabel() const = 0;
+};
+
+// imgLogo as the page's design placed it: the logo stands centred over the
+// box it was designed in, at the box's top.
+class DesignedLogo final : public LogoTarget
+{
+public:
+    QLabel* design(QLabel* box);
+    QLabel& imgLogo() override { return *m_box; }
+    QRect logoHeadLabel() const override { return m_room; }
+
+private:
+    QLabel* m_box = nullptr;
+    QRect m_room;
+};
+
+// What a window's load asks when the logo file exists: load it (cmdLoad) and
+// fit it on the windows (SetImageProcessed with the window's left and top).
+class LogoProcessing
+{
+public:
+    virtual ~LogoProcessing() = default;
+    virtual void loadAndFit(double left, double top) = 0;
+};
+
+inline LogoProcessing& logoProcessing()
+{
+    return Slot<LogoProcessing>::current();
+}
+
+// A window's load: when the logo file exists, its processing loads and fits
+// it with the window's left and top, in twips.
+void loadLogoIfAny(double left, double top);
+
+} // namespace quenby
