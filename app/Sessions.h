@@ -4,6 +4,7 @@
 #pragma once
 
 #include "kvx/model/KvxCompensation.h"
+#include "kvx/model/KvxExcelExport.h"
 #include "kvx/model/KvxSession.h"
 #include "report/model/TemperatureCompensation.h"
 #include "shell/model/Services.h"
@@ -20,6 +21,7 @@ struct Sessions
     OwnedSession<Services> services;
     OwnedSession<ShellSession> shell;
     OwnedSession<KvxSession> kvx;
+    OwnedSession<KvxExcelExportState> kvxExcelExport;
     OwnedSession<ZblSession> zbl;
     OwnedSession<UploadSession> upload;
     OwnedSession<CompensationDialogModel> compensation;

@@ -3,6 +3,7 @@
 #include "app/Wiring.h"
 #include "app/model/CompanyLogo.h"
 #include "app/model/StartUp.h"
+#include "kvx/model/KvxExcelExport.h"
 #include "kvx/model/KvxReportView.h"
 #include "kvx/model/KvxTestRoad.h"
 #include "kvx/ui/frmKVXCondensedReport.h"
@@ -145,6 +146,7 @@ frmMain::frmMain()
     connectCommand("mnuPolish", &mnuPolish_Click);
     connectCommand("mnuAbout", &mnuAbout_Click);
     connectCommand("mnCLogo", &mnCLogo_Click);
+    connectCommand("mnExcel", [] { ExportExcel(True16); });
 
     installView<LanguageWindows>(*this);
     installView<MainWindowView>(*this);

@@ -3,6 +3,7 @@
 #include "kvx/model/KneeGraph.h"
 #include "kvx/model/KvxCompensation.h"
 #include "kvx/model/KvxCondensedReportModel.h"
+#include "kvx/model/KvxExcelExport.h"
 #include "kvx/model/KvxReportView.h"
 #include "report/ui/FittedText.h"
 #include "report/ui/ReportWindow.h"
@@ -645,7 +646,8 @@ void frmKVXCondensedReport::connectEvents()
         const CommandScope scope(QStringLiteral("mnPrint_Click"));
         mnPrint_Click();
     });
-    // mnExcel stays without a command until the export is built.
+    // The export reads the file of this report again and fills the template.
+    command("mnExcel", &KvxReport_mnExcel_Click);
 
     // What the operator types into the head is the report's working copy.
     for (const KvxReportHeaderControl& control : kvxReportHeaderControls()) {
