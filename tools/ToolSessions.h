@@ -8,6 +8,7 @@
 #include "kvx/model/KvxReportWindow.h"
 #include "kvx/model/KvxSession.h"
 #include "report/model/TemperatureCompensation.h"
+#include "report/ui/ReportLogo.h"
 #include "shell/model/MainWindowView.h"
 #include "shell/model/Services.h"
 #include "shell/model/Session.h"
@@ -49,6 +50,14 @@ public:
     void loadLogo(const QString&, double, double) override {}
 };
 
+// No logo on a tool's pages unless the tool installs the logo's processing
+// over this one.
+class QuietLogo final : public LogoProcessing
+{
+public:
+    void loadAndFit(double, double) override {}
+};
+
 class QuietCompensationDialog final : public CompensationDialogView
 {
 public:
@@ -73,6 +82,7 @@ struct ToolSessions
     QuietKvxReport kvxReport;
     QuietZblReport zblReport;
     QuietCompensationDialog compensationDialog;
+    QuietLogo logo;
 
 private:
     Installed<KvxCompensationReport> m_kvxCompensation{kvxCompensation};
@@ -81,6 +91,7 @@ private:
     Installed<KvxReportWindow> m_kvxReport{kvxReport};
     Installed<ZblReportWindow> m_zblReport{zblReport};
     Installed<CompensationDialogView> m_compensationDialog{compensationDialog};
+    Installed<LogoProcessing> m_logo{logo};
 };
 
 } // namespace quenby::tools

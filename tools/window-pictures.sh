@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Draws every window of the program in English, French and Polish into
 # docs/windows/, without a screen: the window test that checks that no text
-# is cut also saves each window it has laid out. The build folder is
+# is cut also saves each window it has laid out, and the pages of the
+# print-outs it prints to PDF (through pdftoppm). The build folder is
 # build-release unless QUENBY_BUILD_DIR names another.
 set -euo pipefail
 cd "$(dirname "$0")/.."

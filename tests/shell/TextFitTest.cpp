@@ -18,16 +18,19 @@
 #include "shell/ui/frmAbout.h"
 #include "shell/ui/frmGeneralSetting.h"
 #include "shell/ui/frmProcessProgress.h"
+#include "tests/support/PdfReadBack.h"
 #include "tests/support/ScriptedServices.h"
 #include "tests/support/ScriptedViews.h"
 #include "tests/support/TestFiles.h"
 #include "upload/ui/frmUploadDevice.h"
 #include "zbl/model/ZblBasicReportView.h"
+#include "zbl/ui/frmPrintZBLBasicReport.h"
 #include "zbl/ui/frmZBLBasicReport.h"
 #include "zbl/ui/frmZBLVGraph.h"
 
 #include <QAction>
 #include <QDir>
+#include <QLineEdit>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <QtTest>
@@ -75,7 +78,7 @@ private:
         scripted->files.answers.push_back(samplePath(sample));
         ScriptedZblReport report;
         frmZBLBasicReport& real = frmZBLBasicReport::instance();
-        report.onFillTexts = [&real] { real.FillTextsZblBasicReport(); };
+        report.onFillTexts = [&real] { real.fillReportTexts(); };
         report.onMirror = [&real] { real.mirrorModel(); };
         const Installed<ZblReportWindow> installed(report);
         mnZBLFiles_Click();
@@ -111,6 +114,31 @@ private:
         savePicture(window);
         window.hide();
         QVERIFY2(cut.isEmpty(), qPrintable(u'\n' + cut.join(u'\n')));
+    }
+
+    // Prints through `command` of `window` into a PDF file, one copy, and
+    // returns the file; with QUENBY_PICTURES_DIR set, its pages are saved
+    // there as pictures too.
+    QString printToPdf(QWidget& window, const char* command, const QString& name)
+    {
+        const QString pdf = programDir.filePath(name + QStringLiteral(".pdf"));
+        QFile::remove(pdf);
+        scripted->printer.pdfFile = pdf;
+        PrintAnswer answer;
+        answer.cancelled = false;
+        scripted->printer.answers.push_back(answer);
+        window.findChild<QAction*>(QString::fromLatin1(command))->trigger();
+        const QString folder = qEnvironmentVariable("QUENBY_PICTURES_DIR");
+        if (!folder.isEmpty() && QFile::exists(pdf)) {
+            const QString prefix = QDir(folder).filePath(QStringLiteral("%1-%2").arg(
+                name, QString::fromLatin1(QTest::currentDataTag()).toLower()));
+            const ToolRun run =
+                runTool(QStringLiteral("pdftoppm"), {QStringLiteral("-r"), QStringLiteral("80"),
+                                                     QStringLiteral("-png"), pdf, prefix});
+            if (run.exitCode != 0)
+                qWarning("pdftoppm: %s", qPrintable(run.output));
+        }
+        return pdf;
     }
 
     static void addLanguageRows()
@@ -187,6 +215,42 @@ private Q_SLOTS:
         requireEverythingFits(frmZBLBasicReport::instance());
     }
 
+    // The print-outs: the paper twin of the ZBL report as its last page left
+    // it, with every head and cell of the language whole, and the text of
+    // every page in the PDF.
+    void zblPrintOut_data() { addLanguageRows(); }
+    void zblPrintOut()
+    {
+        QFETCH(QString, command);
+        startIn(command);
+        openZblSample(QStringLiteral("zbl-autotc-122-rows.zbl"));
+        frmZBLBasicReport& report = frmZBLBasicReport::instance();
+        report.mirrorModel();
+        const QString pdf = printToPdf(report, "mnuBasicReport", QStringLiteral("zbl-print"));
+        QCOMPARE(pdfPages(pdf), 4);
+        frmPrintZBLBasicReport& paper = frmPrintZBLBasicReport::instance();
+        const QStringList cut = cutTexts(paper);
+        QVERIFY2(cut.isEmpty(), qPrintable(u'\n' + cut.join(u'\n')));
+        const QString firstPage = pdfText(pdf, 1);
+        for (const char* head : {"lbTexteCHANA", "lbTexteTAPA", "lbTexteCompensedResistanceA"}) {
+            const QString text =
+                report.findChild<QLineEdit*>(QString::fromLatin1(head))->text().simplified();
+            QVERIFY2(firstPage.simplified().contains(text), qPrintable(text + u'\n' + firstPage));
+        }
+    }
+
+    void kvxPrintOut_data() { addLanguageRows(); }
+    void kvxPrintOut()
+    {
+        QFETCH(QString, command);
+        startIn(command);
+        openKvxSample(KneeStandardIeee30);
+        frmKVXCondensedReport& report = frmKVXCondensedReport::instance();
+        const QString pdf = printToPdf(report, "mnPrint", QStringLiteral("kvx-print"));
+        QCOMPARE(pdfPages(pdf), 1);
+        QVERIFY(pdfText(pdf, 1).contains(QStringLiteral("100:5")));
+    }
+
     void vGraph_data() { addLanguageRows(); }
     void vGraph()
     {
@@ -200,6 +264,8 @@ private Q_SLOTS:
         QTimer::singleShot(0, &graph, [&graph] { graph.close(); });
         report.findChild<QAction*>(QStringLiteral("mnuVGraphA"))->trigger();
         requireEverythingFits(graph);
+        const QString pdf = printToPdf(graph, "mnuPrint", QStringLiteral("vgraph-print"));
+        QCOMPARE(pdfPages(pdf), 1);
     }
 };
 
