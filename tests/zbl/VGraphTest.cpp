@@ -605,5 +605,32 @@ TEST_F(VGraphTest, CursorIsDrawnOnlyOnThePlot)
     EXPECT_FALSE(vGraphCursorDrawn(graph().window.CWGraph1));
 }
 
+TEST(VGraphTicks, ANarrowZoomOnWholePositionsTakesOneTickAPosition)
+{
+    EXPECT_EQ(vGraphXTickCount(3, 5), 3);
+    EXPECT_EQ(vGraphTickLabels(3, 5, vGraphXTickCount(3, 5), vGraphTickDecimals(3, 5, 3)),
+              (QStringList{"3", "4", "5"}));
+    EXPECT_EQ(vGraphXTickCount(7, 8), 2);
+    EXPECT_EQ(vGraphXTickCount(1, 4), 4);
+    // Four positions apart and more: the usual five ticks.
+    EXPECT_EQ(vGraphXTickCount(1, 5), VGraphXTickCount);
+    EXPECT_EQ(vGraphXTickCount(1, 122), VGraphXTickCount);
+    // Ends between positions, or an axis of no width: the usual count.
+    EXPECT_EQ(vGraphXTickCount(2.5, 4), VGraphXTickCount);
+    EXPECT_EQ(vGraphXTickCount(4, 4), VGraphXTickCount);
+    // The whole table of 122 rows reads in whole positions, each distinct.
+    const int ticks = vGraphXTickCount(1, 122);
+    const QStringList whole = vGraphTickLabels(1, 122, ticks, vGraphTickDecimals(1, 122, ticks));
+    EXPECT_EQ(whole.size(), 5);
+    EXPECT_EQ(whole.front(), QStringLiteral("1"));
+    EXPECT_EQ(whole.back(), QStringLiteral("122"));
+    // A zoom between positions takes the digits its ticks need: never two
+    // labels alike.
+    QStringList between = vGraphTickLabels(2.5, 4, 5, vGraphTickDecimals(2.5, 4, 5));
+    const auto count = between.size();
+    between.removeDuplicates();
+    EXPECT_EQ(between.size(), count);
+}
+
 } // namespace
 } // namespace quenby::testing

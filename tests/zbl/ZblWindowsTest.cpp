@@ -1285,6 +1285,25 @@ private Q_SLOTS:
                  QStringLiteral("Copper (TK=234.5)"));
     }
 
+    void vGraphXLabelsStayWholeAndDistinctWhenZoomed()
+    {
+        frmZBLVGraph& graph = openGraphAForMouse();
+        VGraphForm& form = zblVGraph().window;
+        const VGraphChart& c = graph.CWGraph1();
+        form.CWGraph1.x.minimum = 3.0;
+        form.CWGraph1.x.maximum = 5.0;
+        graph.mirror(form);
+        QCOMPARE(c.axisX->tickCount(), 3);
+        QCOMPARE(c.axisX->labelFormat(), QString("%.0f"));
+        form.CWGraph1.x.minimum = 2.5;
+        form.CWGraph1.x.maximum = 4.0;
+        graph.mirror(form);
+        QCOMPARE(c.axisX->tickCount(), VGraphXTickCount);
+        QCOMPARE(c.axisX->labelFormat(), QString("%.%1f").arg(vGraphTickDecimals(2.5, 4.0, 5)));
+        QVERIFY(vGraphTickDecimals(2.5, 4.0, 5) > 0);
+        graph.close();
+    }
+
     void vGraphCursorIsDrawnOnThePlotOnly()
     {
         useLanguage({"frmZBLVGraph.lbCurrent,Tap"});

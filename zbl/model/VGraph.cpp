@@ -143,6 +143,16 @@ int vGraphTickDecimals(double minimum, double maximum, int tickCount)
     return VGraphMaxTickDecimals;
 }
 
+int vGraphXTickCount(double minimum, double maximum)
+{
+    const double span = std::abs(maximum - minimum);
+    const bool whole =
+        std::isfinite(span) && std::floor(minimum) == minimum && std::floor(maximum) == maximum;
+    if (whole && span >= 1.0 && span < VGraphXTickCount - 1)
+        return static_cast<int>(span) + 1;
+    return VGraphXTickCount;
+}
+
 namespace {
 // The bounds of an axis, lower first, whichever way round it is given.
 std::pair<double, double> boundsOf(const GraphAxis& axis)

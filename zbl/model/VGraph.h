@@ -38,6 +38,9 @@ inline constexpr double VGraphLowCeiling = 100.0;
 // The Y axis carries this many evenly spaced ticks, each with its label, the
 // first at the bottom of the axis and the last at its top.
 inline constexpr int VGraphYTickCount = 5;
+// The X axis counts tap positions with this many ticks, unless a narrow
+// zoom between whole positions asks for fewer (vGraphXTickCount).
+inline constexpr int VGraphXTickCount = 5;
 // The most digits a Y label shows behind the point: a nanohm. Ticks that lie
 // closer together than that may read alike.
 inline constexpr int VGraphMaxTickDecimals = 9;
@@ -127,6 +130,12 @@ QStringList vGraphTickLabels(double minimum, double maximum, int tickCount, int 
 // tell the ticks apart. An axis of no width, a non-finite bound or fewer than
 // two ticks leave nothing to tell apart and take 0.
 int vGraphTickDecimals(double minimum, double maximum, int tickCount);
+
+// The ticks of the X axis from minimum to maximum: one a position when both
+// ends are whole positions fewer than VGraphXTickCount - 1 apart, so that a
+// zoom on three taps reads "3", "4", "5"; else VGraphXTickCount. Its labels
+// take the digits vGraphTickDecimals gives for that count.
+int vGraphXTickCount(double minimum, double maximum);
 
 // Whether (x, y) lies on the plot: within both axes of `graph`, bounds
 // included, an axis given upside down counting from its lower bound. The

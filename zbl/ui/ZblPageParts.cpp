@@ -241,7 +241,8 @@ VGraphChart makeVGraphChart(QWidget* parent)
     chart->addSeries(graph.plot);
 
     graph.axisX = new QValueAxis(chart);
-    graph.axisX->setLabelFormat(QStringLiteral("%d"));
+    graph.axisX->setLabelFormat(QStringLiteral("%.0f"));
+    graph.axisX->setTickCount(VGraphXTickCount);
     graph.axisY = new QValueAxis(chart);
     // The labels take as many decimals as their range needs when the graph
     // is drawn.

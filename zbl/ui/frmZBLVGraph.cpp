@@ -216,6 +216,13 @@ void mirrorVGraphPage(QWidget& page, const VGraphChart& chart, const VGraphForm&
     // An axis turned upside down (a channel with no points) is drawn as the
     // model says; the chart accepts any pair.
     chart.axisX->setRange(state.x.minimum, state.x.maximum);
+    // Tap positions: whole labels where the zoom allows, and never two alike.
+    const int xTicks = vGraphXTickCount(state.x.minimum, state.x.maximum);
+    chart.axisX->setTickCount(xTicks);
+    chart.axisX->setLabelFormat(
+        QStringLiteral("%.") +
+        QString::number(vGraphTickDecimals(state.x.minimum, state.x.maximum, xTicks)) +
+        QLatin1Char('f'));
     showYAxis(*chart.axisY, state.y);
 }
 
