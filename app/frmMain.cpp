@@ -8,13 +8,16 @@
 #include "kvx/model/KvxTestRoad.h"
 #include "kvx/ui/frmKVXCondensedReport.h"
 #include "localisation/model/LanguageLookup.h"
+#include "localisation/model/Vocabulary.h"
 #include "logo/ui/frmResizeLogo.h"
 #include "report/ui/frmCompensedResistanceSetting.h"
+#include "shell/model/BatchConversion.h"
 #include "shell/model/DataFolders.h"
 #include "shell/model/FileSystem.h"
 #include "shell/model/MainMenu.h"
 #include "shell/model/RuntimeError.h"
 #include "shell/model/Services.h"
+#include "shell/ui/QtProcessStart.h"
 #include "shell/ui/frmAbout.h"
 #include "shell/ui/frmGeneralSetting.h"
 #include "shell/ui/frmProcessProgress.h"
@@ -61,6 +64,9 @@ void installWindows(frmMain& main)
     installUploadViews(main);
 }
 
+    // The converters and the disk check start through Qt.
+    static QtProcessStart processStart;
+    main.installView<ProcessStart>(processStart);
 frmMain& frmMain::instance()
 {
     static frmMain* window = new frmMain; // lives until the process ends
@@ -148,6 +154,13 @@ frmMain::frmMain()
     connectCommand("mnCLogo", &mnCLogo_Click);
     connectCommand("mnExcel", [] { ExportExcel(True16); });
 
+    connectCommand("mnBatchConvertKvxPDF", &mnBatchConvertKvxPDF_Click);
+    connectCommand("mnBatchConvertZblCsv", &mnBatchConvertZblCsv_Click);
+    // Out of reach in this version (its menu is hidden), but kept.
+    connectCommand("mnRepair", [] {
+        mnRepair_Click(&frmMain::instance(),
+                       [] { return GetLanguageText(DiskRepairKeys::Warning); });
+    });
     installView<LanguageWindows>(*this);
     installView<MainWindowView>(*this);
 }

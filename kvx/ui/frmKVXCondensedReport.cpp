@@ -746,7 +746,12 @@ void frmKVXCondensedReport::mnPrint_Click()
     std::unique_ptr<PrintPages> pages = openPrintPages(answer);
     if (!pages || !pages->begin())
         return;
+    printReportPages(*pages, answer.copies);
+    pages->end();
+}
 
+void frmKVXCondensedReport::printReportPages(PrintPages& pages, int copies)
+{
     // The page is paper-white on the screen already, so its colours stay; the
     // scroll bar is the window's, not the page's, and never reaches paper.
     const auto label = [this](const char* name) {
@@ -789,12 +794,11 @@ void frmKVXCondensedReport::mnPrint_Click()
     m_page->adjustSize();
 
     // Each copy is a page of its own, the graph as it stands on the screen.
-    for (int copy = 1; copy <= answer.copies; ++copy) {
+    for (int copy = 1; copy <= copies; ++copy) {
         if (copy > 1)
-            pages->newPage();
-        printForm(*m_page, *pages);
+            pages.newPage();
+        printForm(*m_page, pages);
     }
-    pages->end();
 
     // Back as it was, in the reverse order.
     label("lbCbCompensation")->hide();

@@ -57,6 +57,7 @@ inline constexpr int KvxColumnCount = 13;
 QString kvxColumnArray(KvxColumn column);
 
 class ReportPageArea;
+class PrintPages;
 
 class frmKVXCondensedReport final : public ReportWindow,
                                     public WindowTextReceiver,
@@ -85,6 +86,10 @@ public:
     // controls hidden, text boxes shown as their label twins), one page for
     // each copy, and the window as it was.
     void mnPrint_Click();
+    // The pages of mnPrint after its dialog, onto a job that has begun: the
+    // window in its print form, one page for each copy (the first on the
+    // page in hand), and the window back as it was. The caller ends the job.
+    void printReportPages(PrintPages& pages, int copies);
 
     // The label of `column` in row `n`, 0 being the column head.
     QLabel* cell(KvxColumn column, int n) const;
