@@ -62,11 +62,11 @@ void installWindows(frmMain& main)
     installKvxViews(main);
     installZblViews(main);
     installUploadViews(main);
-}
-
     // The converters and the disk check start through Qt.
     static QtProcessStart processStart;
     main.installView<ProcessStart>(processStart);
+}
+
 frmMain& frmMain::instance()
 {
     static frmMain* window = new frmMain; // lives until the process ends
@@ -153,7 +153,6 @@ frmMain::frmMain()
     connectCommand("mnuAbout", &mnuAbout_Click);
     connectCommand("mnCLogo", &mnCLogo_Click);
     connectCommand("mnExcel", [] { ExportExcel(True16); });
-
     connectCommand("mnBatchConvertKvxPDF", &mnBatchConvertKvxPDF_Click);
     connectCommand("mnBatchConvertZblCsv", &mnBatchConvertZblCsv_Click);
     // Out of reach in this version (its menu is hidden), but kept.
@@ -161,6 +160,7 @@ frmMain::frmMain()
         mnRepair_Click(&frmMain::instance(),
                        [] { return GetLanguageText(DiskRepairKeys::Warning); });
     });
+
     installView<LanguageWindows>(*this);
     installView<MainWindowView>(*this);
 }
