@@ -54,12 +54,30 @@ struct OpenFileRequest
     QString initDir;
 };
 
+// What a save dialog is asked for: the file name box (a name to propose, or
+// ""), the filter pattern (such as "*.zbl"), the title and the start folder.
+struct SaveFileRequest
+{
+    QString fileName;
+    QString filter;
+    QString title;
+    QString initDir;
+};
+
 class FileDialogService
 {
 public:
     virtual ~FileDialogService() = default;
     // The chosen file's full name, or "" when the operator cancels.
     virtual QString getOpenFileName(const OpenFileRequest& request) = 0;
+    // The full name the operator chose to save under, as typed (no ending is
+    // added and no question is asked about an existing file), or "" when the
+    // operator cancels. A service without a save dialog cancels every one.
+    virtual QString getSaveFileName(const SaveFileRequest& request)
+    {
+        static_cast<void>(request);
+        return {};
+    }
 };
 
 // What the printer dialog starts with: the copies box and the page range

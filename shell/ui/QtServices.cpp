@@ -104,6 +104,23 @@ QString QtFileDialogService::getOpenFileName(const OpenFileRequest& request)
     return QDir::toNativeSeparators(dialog.selectedFiles().constFirst());
 }
 
+QString QtFileDialogService::getSaveFileName(const SaveFileRequest& request)
+{
+    QFileDialog dialog(QApplication::activeWindow(), request.title, request.initDir);
+    dialog.setFileMode(QFileDialog::AnyFile);
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    // The caller adds the ending and decides about an existing file itself.
+    dialog.setOption(QFileDialog::DontConfirmOverwrite, true);
+    if (!request.filter.isEmpty())
+        dialog.setNameFilter(QString(request.filter).replace(u';', u' '));
+    if (!request.fileName.isEmpty() && !request.fileName.contains(u'*') &&
+        !request.fileName.contains(u'?'))
+        dialog.selectFile(request.fileName);
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+        return {};
+    return QDir::toNativeSeparators(dialog.selectedFiles().constFirst());
+}
+
 QtPrinterDialogService::QtPrinterDialogService() = default;
 QtPrinterDialogService::~QtPrinterDialogService() = default;
 

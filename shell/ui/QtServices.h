@@ -28,6 +28,7 @@ class QtFileDialogService final : public FileDialogService
 {
 public:
     QString getOpenFileName(const OpenFileRequest& request) override;
+    QString getSaveFileName(const SaveFileRequest& request) override;
 };
 
 // The platform's printer dialog over one printer that lives as long as the

@@ -2,6 +2,18 @@
 
 namespace quenby::testing {
 
+namespace {
+// The next queued answer of a dialog that gives a name; none left: cancel.
+QString nextAnswer(std::deque<QString>& answers)
+{
+    if (answers.empty())
+        return {};
+    QString a = answers.front();
+    answers.pop_front();
+    return a;
+}
+} // namespace
+
 MsgAnswer ScriptedMessages::show(const QString& text, MsgButtons buttons, MsgIcon icon,
                                  const QString& title)
 {
@@ -17,21 +29,19 @@ QString ScriptedFolders::browseForFolder(const QString& title, const QString& st
                                          int flags)
 {
     requests.push_back({title, startFolder, flags});
-    if (answers.empty())
-        return {};
-    QString a = answers.front();
-    answers.pop_front();
-    return a;
+    return nextAnswer(answers);
 }
 
 QString ScriptedFiles::getOpenFileName(const OpenFileRequest& request)
 {
     requests.push_back(request);
-    if (answers.empty())
-        return {};
-    QString a = answers.front();
-    answers.pop_front();
-    return a;
+    return nextAnswer(answers);
+}
+
+QString ScriptedFiles::getSaveFileName(const SaveFileRequest& request)
+{
+    saveRequests.push_back(request);
+    return nextAnswer(saveAnswers);
 }
 
 PrintAnswer ScriptedPrinter::showPrinter(const PrintRequest& request)

@@ -1,8 +1,9 @@
 // Scripted stand-ins for the services that show or wait, for tests: message
 // boxes answer from a queue and record what they showed, the folder picker
-// answers from a queue, the printer dialog answers from a queue and prints
-// into a PDF file, and ending the program throws ProgramEnded so that a
-// test can see the end without losing its process.
+// and the open and save dialogs answer from queues, the printer dialog
+// answers from a queue and prints into a PDF file, and ending the program
+// throws ProgramEnded so that a test can see the end without losing its
+// process.
 #pragma once
 
 #include "shell/model/Services.h"
@@ -52,8 +53,11 @@ class ScriptedFiles final : public FileDialogService
 {
 public:
     QString getOpenFileName(const OpenFileRequest& request) override;
+    QString getSaveFileName(const SaveFileRequest& request) override;
     std::deque<QString> answers; // empty answers "" (cancel)
     std::vector<OpenFileRequest> requests;
+    std::deque<QString> saveAnswers; // the save dialog's; empty answers "" (cancel)
+    std::vector<SaveFileRequest> saveRequests;
 };
 
 // The printer dialog answers from a queue (empty: cancel) and sends the
