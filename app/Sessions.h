@@ -6,6 +6,7 @@
 #include "kvx/model/KvxCompensation.h"
 #include "kvx/model/KvxExcelExport.h"
 #include "kvx/model/KvxSession.h"
+#include "logo/model/LogoSession.h"
 #include "report/model/TemperatureCompensation.h"
 #include "shell/model/Services.h"
 #include "shell/model/Session.h"
@@ -24,6 +25,7 @@ struct Sessions
     OwnedSession<KvxExcelExportState> kvxExcelExport;
     OwnedSession<ZblSession> zbl;
     OwnedSession<UploadSession> upload;
+    OwnedSession<LogoSession> logo;
     OwnedSession<CompensationDialogModel> compensation;
 
     // The two reports as the compensation dialog sees them.

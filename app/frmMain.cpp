@@ -59,6 +59,8 @@ void installWindows(frmMain& main)
     main.installView<GeneralSettingView>(frmGeneralSetting::instance());
     main.installView<CompensationDialogView>(frmCompensedResistanceSetting::instance());
     main.installView<LogoSelectionView>(frmResizeLogo::instance());
+    // Before the report windows, whose load may ask for the logo.
+    installLogoViews(main);
     installKvxViews(main);
     installZblViews(main);
     installUploadViews(main);

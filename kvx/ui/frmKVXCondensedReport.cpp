@@ -305,15 +305,25 @@ QString kvxColumnArray(KvxColumn column)
     return QString::fromLatin1(Columns.at(static_cast<std::size_t>(column)).array);
 }
 
+namespace {
+frmKVXCondensedReport* made = nullptr; // made on first touch, lives until the process ends
+} // namespace
+
 frmKVXCondensedReport& frmKVXCondensedReport::instance()
 {
-    // Never deleted: the window lives until the process ends.
-    static frmKVXCondensedReport* window = new frmKVXCondensedReport;
-    return *window;
+    if (!made)
+        new frmKVXCondensedReport;
+    return *made;
+}
+
+frmKVXCondensedReport* frmKVXCondensedReport::existing()
+{
+    return made;
 }
 
 frmKVXCondensedReport::frmKVXCondensedReport()
 {
+    made = this; // the logo's load asks for the windows there are
     setObjectName(QStringLiteral("frmKVXCondensedReport"));
     setWindowTitle(QStringLiteral("KVX Condensed Report"));
     buildMenu();
@@ -338,6 +348,7 @@ frmKVXCondensedReport::frmKVXCondensedReport()
     // logo code puts it, so it stays out of the layout.
     m_logo = makeLabel(m_page, QStringLiteral("imgLogo"));
     m_logo->setGeometry(LogoLeft, PageTop, LogoWidth, LogoHeight);
+    m_pageLogo.design(m_logo);
     m_logo->setAlignment(Qt::AlignLeft | Qt::AlignTop);
 
     m_area->setPage(m_page);
@@ -689,13 +700,9 @@ void frmKVXCondensedReport::connectEvents()
     });
 }
 
-void frmKVXCondensedReport::loadLogo(const QString& path, double /*left*/, double /*top*/)
+void frmKVXCondensedReport::loadLogo(const QString& /*path*/, double left, double top)
 {
-    // imgLogo already stands where the page's design puts the logo.
-    const QPixmap logo(path);
-    if (!logo.isNull())
-        m_logo->setPixmap(
-            logo.scaled(m_logo->size(), Qt::KeepAspectRatio, Qt::SmoothTransformation));
+    logoProcessing().loadAndFit(left, top);
 }
 
 void frmKVXCondensedReport::loadModel()

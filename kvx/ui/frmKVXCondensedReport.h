@@ -15,6 +15,8 @@
 // the report's logic (KvxReportView.h) and mirror the model again.
 #pragma once
 
+#include "report/ui/ReportLogo.h"
+
 #include "kvx/model/KvxReportWindow.h"
 #include "kvx/ui/KvxKneeChart.h"
 #include "localisation/ui/WindowTexts.h"
@@ -98,6 +100,10 @@ public:
     QFrame* frKVXReport() const { return m_page; }
     QScrollBar* VScroll1() const;
     QLabel* imgLogo() const { return m_logo; }
+    // The logo's box and the head label it centres on.
+    LogoTarget& logoTarget() { return m_pageLogo; }
+    // The window if it has been made, else none.
+    static frmKVXCondensedReport* existing();
 
     // The list items of cbCompensation and the axis captions of CWGraph1.
     void applyWindowText(const WindowTextEntry& entry, const QString& text) override;
@@ -136,6 +142,7 @@ private:
     ReportPageArea* m_area = nullptr;
     QComboBox* m_compensation = nullptr;
     QLabel* m_logo = nullptr;
+    DesignedLogo m_pageLogo;
     KvxKneeChart* m_graph = nullptr;
     std::array<std::array<QLabel*, RowCount + 1>, KvxColumnCount> m_cells{};
 };

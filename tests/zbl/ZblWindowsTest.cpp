@@ -1304,6 +1304,42 @@ private Q_SLOTS:
         graph.close();
     }
 
+    void saveWritesTheEditedReportThatOpensAgain()
+    {
+        openSavedTest(5);
+        frmZBLBasicReport& w = frmZBLBasicReport::instance();
+        QLineEdit* tap = w.cell(ZblColumn::TapA, 1);
+        tap->setText(QString());
+        QTest::keyClicks(tap, QStringLiteral("N_SAVED"));
+        ScriptedServices scripted;
+        const QString path = programDir.filePath(QStringLiteral("edited.zbl"));
+        QFile::remove(path);
+        scripted.files.saveAnswers.push_back(path);
+        entry(w, "mnuSave")->trigger();
+        QCOMPARE(scripted.files.saveRequests.size(), std::size_t(1));
+        QVERIFY(QFile::exists(path));
+        // The head names the saved file; the file opened first is left as it
+        // was.
+        QVERIFY2(w.findChild<QLabel*>(QStringLiteral("lbTexteFileName(1)"))
+                     ->text()
+                     .contains(QStringLiteral("edited.zbl")),
+                 qPrintable(w.findChild<QLabel*>(QStringLiteral("lbTexteFileName(1)"))->text()));
+
+        // Read back through the open road: the edit is in the report.
+        scripted.files.answers.push_back(path);
+        CountedBringUp report;
+        const Installed<ZblReportWindow> counted(report);
+        mnZBLFiles_Click();
+        w.mirrorModel();
+        QCOMPARE(w.cell(ZblColumn::TapA, 1)->text(), QStringLiteral("N_SAVED"));
+        QCOMPARE(w.cell(ZblColumn::TapA, 4)->text(), QStringLiteral("P4A"));
+
+        // A cancelled dialog writes nothing.
+        QFile::remove(path);
+        entry(w, "mnuSave")->trigger();
+        QVERIFY(!QFile::exists(path));
+    }
+
     void vGraphCursorIsDrawnOnThePlotOnly()
     {
         useLanguage({"frmZBLVGraph.lbCurrent,Tap"});

@@ -12,6 +12,7 @@
 #include "zbl/model/VGraph.h"
 #include "zbl/model/ZblBasicReportView.h"
 #include "zbl/model/ZblCompensation.h"
+#include "zbl/model/ZblReportSave.h"
 #include "zbl/ui/frmPrintVGraph.h"
 #include "zbl/ui/frmPrintZBLBasicReport.h"
 #include "zbl/ui/frmZBLVGraph.h"
@@ -184,6 +185,9 @@ void frmZBLBasicReport::connectEvents()
     };
     command("mnuOk", [] { ZblReport_mnuOk_Click(); });
     command("mnuBasicReport", [this] { mnuBasicReport_Click(); });
+    // The save puts the saved file's name in the head: the mirror after the
+    // command shows it.
+    command("mnuSave", [] { ZblReport_mnuSave_Click(); });
     command("mnuVGraphA", [this] {
         openVGraph(QStringLiteral("A"),
                    findChild<QLineEdit*>(QStringLiteral("lbTexteCHANA"))->text());
