@@ -4,6 +4,8 @@
 #include "tools/zblsamples/ZblSampleWriter.h"
 
 #include "shell/model/NumberText.h"
+#include "shell/model/Session.h"
+#include "shell/model/ShellSession.h"
 
 #include <QDir>
 
@@ -278,6 +280,8 @@ int main(int argc, char** argv)
         std::fprintf(stderr, "quenby-zbl-samples: no such folder: %s\n", argv[1]);
         return 2;
     }
+    // The files go through the program's own file numbers.
+    const OwnedSession<ShellSession> shell;
     const struct
     {
         const char* name;
