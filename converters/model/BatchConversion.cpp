@@ -65,9 +65,20 @@ QString partialPathFor(const QString& outputPath)
     return outputPath + QStringLiteral(".part");
 }
 
+QString converterText(const char* key, const QString& fallback)
+{
+    const QString name = QString::fromLatin1(key);
+    const QString text = GetLanguageText(name);
+    return text == name ? fallback : text;
+}
+
 QString BatchSummary::text() const
 {
-    QString t = QStringLiteral("Converted %1 of %2 test files.\n").arg(converted.size()).arg(total);
+    QString t =
+        converterText("frmConverter.Summary", QStringLiteral("Converted %1 of %2 test files."))
+            .arg(converted.size())
+            .arg(total) +
+        u'\n';
     for (const ConversionFailure& failure : failures)
         t += failure.file + QStringLiteral(": ") + failure.text + u'\n';
     return t;

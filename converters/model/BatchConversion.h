@@ -53,6 +53,10 @@ QString outputPathFor(const QString& testFile, const QString& outputFolder, cons
 // The temporary name an output is written under until it is complete.
 QString partialPathFor(const QString& outputPath);
 
+// The text of `key` in the language in use, or `fallback` when the language
+// file has none.
+QString converterText(const char* key, const QString& fallback);
+
 struct BatchSummary
 {
     int total = 0;         // test files taken, the missing ones included

@@ -1,5 +1,7 @@
 #include "converters/ui/ConverterProgram.h"
 
+#include "shell/ui/QtServices.h"
+
 #include "shell/model/AppState.h"
 
 #include <QApplication>
@@ -64,6 +66,7 @@ int runConverter(const ConverterKind& kind, const std::function<void()>& loadTex
     loadTexts();
 
     if (window) {
+        installQtServices();
         ConverterWindow converter(kind, converterFor);
         converter.show();
         return QApplication::exec();

@@ -1,11 +1,11 @@
 #include "converters/ui/ConverterWindow.h"
 
 #include "kvx/model/KneeGraph.h"
+#include "shell/model/Services.h"
 
 #include <QComboBox>
 #include <QCoreApplication>
 #include <QDir>
-#include <QFileDialog>
 #include <QFormLayout>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -24,8 +24,15 @@ ConverterWindow::ConverterWindow(const ConverterKind& kind, ConverterFor convert
     : QWidget(parent), m_kind(kind), m_converterFor(std::move(converterFor))
 {
     setObjectName(kind.program);
-    setWindowTitle(kind.hasStandard ? QStringLiteral("Convert KVX test files to PDF")
-                                    : QStringLiteral("Convert ZBL test files to CSV"));
+    setWindowTitle(kind.hasStandard
+                       ? converterText("frmConverter.Caption.KVX",
+                                       QStringLiteral("Convert KVX test files to PDF"))
+                       : converterText("frmConverter.Caption.ZBL",
+                                       QStringLiteral("Convert ZBL test files to CSV")));
+    const QString testFolder =
+        converterText("frmConverter.lbTestFolder.Caption", QStringLiteral("Test files folder:"));
+    const QString outputFolder =
+        converterText("frmConverter.lbOutputFolder.Caption", QStringLiteral("Output folder:"));
 
     const auto folderRow = [this](QLineEdit*& box, const char* name, const QString& title) {
         auto* row = new QHBoxLayout;
@@ -42,20 +49,28 @@ ConverterWindow::ConverterWindow(const ConverterKind& kind, ConverterFor convert
     };
 
     auto* form = new QFormLayout;
-    form->addRow(QStringLiteral("Test files folder:"),
-                 folderRow(m_testFolder, "txtTestFolder", QStringLiteral("Test files folder")));
-    form->addRow(QStringLiteral("Output folder:"),
-                 folderRow(m_outputFolder, "txtOutputFolder", QStringLiteral("Output folder")));
+    // The folder question takes the caption without its colon as its title.
+    const auto title = [](QString caption) {
+        caption = caption.trimmed();
+        if (caption.endsWith(u':'))
+            caption.chop(1);
+        return caption.trimmed();
+    };
+    form->addRow(testFolder, folderRow(m_testFolder, "txtTestFolder", title(testFolder)));
+    form->addRow(outputFolder, folderRow(m_outputFolder, "txtOutputFolder", title(outputFolder)));
     if (kind.hasStandard) {
         m_standard = new QComboBox(this);
         m_standard->setObjectName(QStringLiteral("cbStandard"));
         m_standard->addItems({QString::fromLatin1(KneeStandardIeee30),
                               QString::fromLatin1(KneeStandardIeee45),
                               QString::fromLatin1(KneeStandardIec1050)});
-        form->addRow(QStringLiteral("Knee standard:"), m_standard);
+        form->addRow(
+            converterText("frmConverter.lbStandard.Caption", QStringLiteral("Knee standard:")),
+            m_standard);
     }
 
-    m_convert = new QPushButton(QStringLiteral("Convert"), this);
+    m_convert = new QPushButton(
+        converterText("frmConverter.cmdConvert.Caption", QStringLiteral("Convert")), this);
     m_convert->setObjectName(QStringLiteral("cmdConvert"));
     m_progress = new QProgressBar(this);
     m_progress->setObjectName(QStringLiteral("pbProgress"));
@@ -88,7 +103,13 @@ ConverterWindow::ConverterWindow(const ConverterKind& kind, ConverterFor convert
 
 void ConverterWindow::browse(QLineEdit* box, const QString& title)
 {
-    const QString chosen = QFileDialog::getExistingDirectory(this, title, box->text());
+    // The folder picker is the program's service: Qt's dialog, or a
+    // scripted one in tests.
+    FolderDialogService* folders = services().folders;
+    if (!folders)
+        return;
+    const QString chosen =
+        folders->browseForFolder(title, QDir::fromNativeSeparators(box->text()), browse::NewStyle);
     if (!chosen.isEmpty())
         box->setText(QDir::toNativeSeparators(chosen));
 }

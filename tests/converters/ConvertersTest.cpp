@@ -15,6 +15,7 @@
 #include "shell/model/Services.h"
 #include "shell/model/SettingsStore.h"
 #include "tests/support/PdfReadBack.h"
+#include "tests/support/ScriptedServices.h"
 #include "tests/support/TestFiles.h"
 #include "tools/ToolSessions.h"
 
@@ -104,6 +105,37 @@ private Q_SLOTS:
                  QStringLiteral("/data/root/ZBL/Files"));
         QCOMPARE(window.txtOutputFolder()->text(), window.txtTestFolder()->text());
         QVERIFY(window.cbStandard() == nullptr);
+    }
+
+    void windowSpeaksTheLanguageAndAsksForFoldersThroughTheService()
+    {
+        appState().LangFilePath = quenby::testing::langSourcePath(QStringLiteral("fr.lng"));
+        quenby::testing::ScriptedFolders folders;
+        folders.answers.push_back(QStringLiteral("/chosen/tests"));
+        services().folders = &folders;
+        ConverterWindow window(kvxConverterKind(),
+                               [](const QString&) -> ConvertOne { return &convertZblTestToCsv; });
+        QCOMPARE(window.windowTitle(), QStringLiteral("Convertir des fichiers d'essai KVX en PDF"));
+        QCOMPARE(window.findChild<QPushButton*>(QStringLiteral("cmdConvert"))->text(),
+                 QStringLiteral("Convertir"));
+        window.findChild<QPushButton*>(QStringLiteral("txtTestFolderBrowse"))->click();
+        services().folders = nullptr;
+        QCOMPARE(folders.requests.size(), std::size_t(1));
+        QCOMPARE(folders.requests[0].title, QStringLiteral("Dossier des fichiers d'essai"));
+        QCOMPARE(QDir::fromNativeSeparators(window.txtTestFolder()->text()),
+                 QStringLiteral("/chosen/tests"));
+        // With QUENBY_PICTURES_DIR set, the window is saved there as it stands.
+        if (const QString folder = qEnvironmentVariable("QUENBY_PICTURES_DIR"); !folder.isEmpty()) {
+            window.show();
+            QVERIFY(QTest::qWaitForWindowExposed(&window));
+            QVERIFY(window.grab().save(
+                QDir(folder).filePath(QStringLiteral("kvx_report_converter-french.png"))));
+            window.hide();
+        }
+        BatchSummary summary;
+        summary.total = 3;
+        summary.converted = {QStringLiteral("a"), QStringLiteral("b")};
+        QCOMPARE(summary.text(), QStringLiteral("2 fichiers d'essai convertis sur 3.\n"));
     }
 
     void zblWindowConvertsTheFolderAndListsTheRejectedFile()
