@@ -40,35 +40,7 @@ void openTest(const QString& path)
 void fillReport()
 {
     appState().ProcessInProgress = True16;
-    compensationDialog().txtTS.clear();
-    ZblBasicReportModel& report = zblBasicReport();
-    report.cbCompensationText.clear();
-
-    ZblBasicReportTarget target;
-    ClearZBLChannelTables();
-    ClearZBLCompensedColumns(target);
-    ClearZBLRowLines();
-    ClearZBLCompensedColumns(target);
-    ReadZBLFile();
-    FillZBLHeaderControls(target);
-    TreatVisibleTAPTexte();
-
-    report.VScroll1Visible = false;
-    ZblReport_VScroll1_Change(0);
-    report.frResistanceTop = 0;
-    const int rows = CheckNumberOfTAPInFiles();
-    const ZblTwipRect tap = ZblTapARect(rows);
-    appState().ZblScrollOverflowPercent =
-        (tap.top + tap.height - ZblReportFormHeight) / ZblReportFormHeight * 100.0;
-    if (rows >= 20) {
-        report.VScroll1Visible = true;
-        report.VScroll1Max = ZblScrollMaximum(rows);
-    }
-
-    ParseZBLTableLines();
-    FillZBLTapControls(target);
-    SetZBLCompensationFromFile(QStringLiteral("ZBL"), target);
-    PlaceZBLReportColumns();
+    FillZblReportFromOpenTest();
     appState().ProcessInProgress = False16;
 }
 

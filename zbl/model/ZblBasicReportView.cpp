@@ -206,14 +206,8 @@ void ZblReport_Form_Unload()
     compensationDialog().hideDialog();
 }
 
-void mnZBLFiles_Click()
+void FillZblReportFromOpenTest()
 {
-    // Nothing is cleared before the dialog: a cancel leaves the test as it was.
-    if (SelectZblTestFile() != False16)
-        return;
-
-    appState().ProcessInProgress = True16;
-    showProgress(true);
     compensationDialog().txtTS.clear();
     ZblBasicReportModel& m = model();
     m.cbCompensationText.clear();
@@ -246,6 +240,17 @@ void mnZBLFiles_Click()
     FillZBLTapControls(target);
     SetZBLCompensationFromFile(QStringLiteral("ZBL"), target);
     PlaceZBLReportColumns();
+}
+
+void mnZBLFiles_Click()
+{
+    // Nothing is cleared before the dialog: a cancel leaves the test as it was.
+    if (SelectZblTestFile() != False16)
+        return;
+
+    appState().ProcessInProgress = True16;
+    showProgress(true);
+    FillZblReportFromOpenTest();
 
     appState().ProcessInProgress = False16;
     // The wait on the busy flag ends at once, since the flag was just cleared.

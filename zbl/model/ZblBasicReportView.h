@@ -68,6 +68,12 @@ void ZblReport_VScroll1_Change(int value);
 void ZblReport_mnuOk_Click();
 void ZblReport_Form_Unload();
 
+// The open command's fill of the report from the test file in hand (its
+// number and path in the application state), without the dialog and the
+// windows: the clears, the read, the head, the rows shown, the scroll bar, the
+// table with its stored compensation and the column layout.
+void FillZblReportFromOpenTest();
+
 // The road of a ZBL test from the main window's menu.
 void mnZBLFiles_Click();
 

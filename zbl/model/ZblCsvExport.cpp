@@ -119,21 +119,8 @@ void OpenZblTestForExport(const QString& path)
     files.open(fileNo, path, SequentialFiles::Mode::Input);
 
     // The steps of the open command, in its order, without its windows.
-    ZblBasicReportModel& report = zblBasicReport();
-    compensationDialog().txtTS.clear();
-    report.cbCompensationText.clear();
-    ZblBasicReportTarget target;
     try {
-        ClearZBLChannelTables();
-        ClearZBLCompensedColumns(target);
-        ClearZBLRowLines();
-        ClearZBLCompensedColumns(target);
-        ReadZBLFile();
-        FillZBLHeaderControls(target);
-        TreatVisibleTAPTexte();
-        ParseZBLTableLines();
-        FillZBLTapControls(target);
-        SetZBLCompensationFromFile(QStringLiteral("ZBL"), target);
+        FillZblReportFromOpenTest();
     } catch (const RuntimeError&) {
         files.close(fileNo);
         throw;
