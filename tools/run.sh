@@ -7,7 +7,8 @@ cd "$(dirname "$0")/.."
 
 bash tools/install-deps.sh
 cmake -S . -B build-release -G Ninja -DCMAKE_BUILD_TYPE=Release -DQUENBY_BENCHMARKS=OFF >/dev/null
-cmake --build build-release --target quenby quenby-instrument-sim quenby-kvx-dump quenby-zbl-dump
+cmake --build build-release --target quenby quenby-instrument-sim quenby-kvx-dump quenby-zbl-dump \
+  kvx_report_converter zbl_report_converter
 
 program=build-release/bin/quenby
 if [ -z "${XDG_RUNTIME_DIR:-}" ]; then
