@@ -124,9 +124,7 @@ private:
         const QString pdf = programDir.filePath(name + QStringLiteral(".pdf"));
         QFile::remove(pdf);
         scripted->printer.pdfFile = pdf;
-        PrintAnswer answer;
-        answer.cancelled = false;
-        scripted->printer.answers.push_back(answer);
+        scripted->printer.accept();
         window.findChild<QAction*>(QString::fromLatin1(command))->trigger();
         const QString folder = qEnvironmentVariable("QUENBY_PICTURES_DIR");
         if (!folder.isEmpty() && QFile::exists(pdf)) {

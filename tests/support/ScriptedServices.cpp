@@ -56,6 +56,16 @@ PrintAnswer ScriptedPrinter::showPrinter(const PrintRequest& request)
     return a;
 }
 
+void ScriptedPrinter::accept(int copies, int fromPage, int toPage)
+{
+    PrintAnswer answer;
+    answer.cancelled = false;
+    answer.copies = copies;
+    answer.fromPage = fromPage;
+    answer.toPage = toPage;
+    answers.push_back(answer);
+}
+
 QDateTime ScriptedClock::now()
 {
     ++reads;

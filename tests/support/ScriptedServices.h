@@ -67,6 +67,9 @@ class ScriptedPrinter final : public PrinterDialogService
 {
 public:
     PrintAnswer showPrinter(const PrintRequest& request) override;
+    // Queues the answer of an operator who prints `copies` copies, leaving
+    // the page range the dialog reads and the print ignores.
+    void accept(int copies = 1, int fromPage = 0, int toPage = 0);
     std::deque<PrintAnswer> answers;
     std::vector<PrintRequest> requests;
     QString pdfFile;

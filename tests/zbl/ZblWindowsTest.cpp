@@ -1147,12 +1147,7 @@ private Q_SLOTS:
         graph.findChild<QCheckBox*>("ckZoom")->click();
         ScriptedServices scripted;
         scripted.printer.pdfFile = paper.filePath(QStringLiteral("vgraph.pdf"));
-        PrintAnswer two;
-        two.cancelled = false;
-        two.copies = 2;
-        two.fromPage = 1;
-        two.toPage = 1; // read and not used
-        scripted.printer.answers.push_back(two);
+        scripted.printer.accept(2, 1, 1); // the page range is read and not used
         entry(graph, "mnuPrint")->trigger();
 
         QCOMPARE(scripted.printer.requests.size(), std::size_t(1));
@@ -1204,12 +1199,8 @@ private Q_SLOTS:
         QTemporaryDir paper;
         ScriptedServices scripted;
         scripted.printer.pdfFile = paper.filePath(QStringLiteral("report.pdf"));
-        PrintAnswer answer;
-        answer.cancelled = false;
-        answer.copies = copies;
-        answer.fromPage = 2;
-        answer.toPage = 2; // read and not used: every page is printed
-        scripted.printer.answers.push_back(answer);
+        // The page range is read and not used: every page is printed.
+        scripted.printer.accept(copies, 2, 2);
         entry(frmZBLBasicReport::instance(), "mnuBasicReport")->trigger();
 
         QCOMPARE(scripted.printer.requests.size(), std::size_t(1));
@@ -1252,9 +1243,7 @@ private Q_SLOTS:
 
         // No row: the count of one gives no page, after the dialog.
         openSavedTest(0);
-        PrintAnswer answer;
-        answer.cancelled = false;
-        scripted.printer.answers.push_back(answer);
+        scripted.printer.accept();
         entry(frmZBLBasicReport::instance(), "mnuBasicReport")->trigger();
         QCOMPARE(scripted.printer.requests.size(), std::size_t(2));
         QVERIFY(!QFile::exists(scripted.printer.pdfFile));
@@ -1272,9 +1261,7 @@ private Q_SLOTS:
         QTemporaryDir paper;
         ScriptedServices scripted;
         scripted.printer.pdfFile = paper.filePath(QStringLiteral("report.pdf"));
-        PrintAnswer answer;
-        answer.cancelled = false;
-        scripted.printer.answers.push_back(answer);
+        scripted.printer.accept();
         entry(w, "mnuBasicReport")->trigger();
         const QString text = pdfText(scripted.printer.pdfFile, 1);
         QVERIFY2(text.contains(QStringLiteral("N_EDIT")), qPrintable(text));

@@ -1226,10 +1226,7 @@ private Q_SLOTS:
         QTemporaryDir paper;
         ScriptedServices scripted;
         scripted.printer.pdfFile = paper.filePath(QStringLiteral("kvx.pdf"));
-        PrintAnswer two;
-        two.cancelled = false;
-        two.copies = 2;
-        scripted.printer.answers.push_back(two);
+        scripted.printer.accept(2);
         entry(w, "mnPrint")->trigger();
 
         QCOMPARE(pdfPages(scripted.printer.pdfFile), 2);
@@ -1265,9 +1262,7 @@ private Q_SLOTS:
         QTemporaryDir paper;
         ScriptedServices scripted;
         scripted.printer.pdfFile = paper.filePath(QStringLiteral("kvx.pdf"));
-        PrintAnswer one;
-        one.cancelled = false;
-        scripted.printer.answers.push_back(one);
+        scripted.printer.accept();
         entry(w, "mnPrint")->trigger();
         QCOMPARE(pdfPages(scripted.printer.pdfFile), 1);
         const QString text = pdfText(scripted.printer.pdfFile, 1);
