@@ -7,6 +7,7 @@
 #include "shell/model/Twips.h"
 #include "shell/model/YieldHook.h"
 
+#include <QFileInfo>
 #include <QImageReader>
 #include <QLabel>
 #include <QLineEdit>
@@ -85,19 +86,36 @@ bool frmProcessLogo::cmdLoad()
     for (QLabel* measure : {m_label1, m_label2, m_label3})
         measure->show();
     m_image1->hide();
-    // Whatever the image plugins read; the logo is a bitmap of the
-    // program's own making, but its file may have been replaced by hand.
-    QImageReader reader(LogoFilePath());
-    const QImage picture = reader.read();
-    if (picture.isNull())
-        return false;
-    m_source = picture.convertToFormat(QImage::Format_RGB32);
+    const QFileInfo file(LogoFilePath());
+    const bool unchanged = !m_source.isNull() && file.absoluteFilePath() == m_sourcePath &&
+                           file.lastModified() == m_sourceModified && file.size() == m_sourceBytes;
+    if (!unchanged) {
+        forgetLoadedLogo();
+        // Whatever the image plugins read; the logo is a bitmap of the
+        // program's own making, but its file may have been replaced by hand.
+        QImageReader reader(file.absoluteFilePath());
+        const QImage picture = reader.read();
+        if (picture.isNull())
+            return false;
+        m_source = picture.convertToFormat(QImage::Format_RGB32);
+        m_sourcePath = file.absoluteFilePath();
+        m_sourceModified = file.lastModified();
+        m_sourceBytes = file.size();
+    }
     const QPixmap shown = QPixmap::fromImage(m_source);
     m_image1->setPixmap(shown);
     m_srcPicture->setPixmap(shown);
     m_srcPicture->resize(m_source.size());
     ProcessImage();
     return true;
+}
+
+void frmProcessLogo::forgetLoadedLogo()
+{
+    m_sourcePath.clear();
+    m_sourceModified = QDateTime();
+    m_sourceBytes = -1;
+    m_shownLogo = QPixmap();
 }
 
 void frmProcessLogo::ProcessImage()
@@ -132,8 +150,10 @@ TwipsRect frmProcessLogo::SetImageProcessed(double left, double top)
     const int height = pixelsOfTwips(members.LogoShownHeight);
     if (width <= 0 || height <= 0 || !m_targets)
         return image1;
-    const QPixmap logo = QPixmap::fromImage(
-        m_source.scaled(width, height, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
+    if (m_shownLogo.size() != QSize(width, height))
+        m_shownLogo = QPixmap::fromImage(
+            m_source.scaled(width, height, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
+    const QPixmap& logo = m_shownLogo;
     for (LogoTarget* target : m_targets()) {
         const QRect head = target->logoHeadLabel();
         const TwipsRect at =
@@ -168,7 +188,9 @@ bool frmProcessLogo::cmdProcess2()
     if (m_destination.isNull())
         return false;
     m_dstPicture->setPixmap(QPixmap::fromImage(m_destination));
-    return m_destination.save(LogoFilePath(), "BMP");
+    const bool saved = m_destination.save(LogoFilePath(), "BMP");
+    forgetLoadedLogo();
+    return saved;
 }
 
 } // namespace quenby

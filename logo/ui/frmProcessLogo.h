@@ -10,7 +10,9 @@
 #include "logo/model/ProcessLogo.h"
 #include "report/ui/ReportLogo.h"
 
+#include <QDateTime>
 #include <QImage>
+#include <QPixmap>
 #include <QWidget>
 
 #include <functional>
@@ -54,6 +56,8 @@ public:
     TwipsRect SetImageProcessed(double left, double top);
 
     const QImage& sourcePicture() const { return m_source; }
+    // The bitmap was written anew: the next load reads it again.
+    void forgetLoadedLogo();
     const QImage& destinationPicture() const { return m_destination; }
 
 private:
@@ -61,7 +65,14 @@ private:
     void mirrorMeasures();
 
     Targets m_targets;
+    // The bitmap as last read, and what its file was then: each report
+    // window's load asks for the logo, and the file is read once while it
+    // stays as it is. The logo scaled to its shown size is kept the same way.
     QImage m_source;
+    QString m_sourcePath;
+    QDateTime m_sourceModified;
+    qint64 m_sourceBytes = -1;
+    QPixmap m_shownLogo;
     QImage m_destination;
     QLabel* m_srcPicture = nullptr;
     QLabel* m_dstPicture = nullptr;

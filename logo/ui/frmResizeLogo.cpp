@@ -1,6 +1,7 @@
 #include "logo/ui/frmResizeLogo.h"
 
 #include "logo/model/AutoResizeLogo.h"
+#include "logo/ui/frmProcessLogo.h"
 
 #include <QHBoxLayout>
 #include <QImageReader>
@@ -63,7 +64,10 @@ bool frmResizeLogo::AutoResizeLogo()
         painter.drawImage(QRect(QPoint(0, 0), box), m_original);
     }
     m_pbResizePicture->setPixmap(QPixmap::fromImage(m_resized));
-    return m_resized.save(LogoFilePath(), "BMP");
+    const bool saved = m_resized.save(LogoFilePath(), "BMP");
+    // The logo's processing reads the new bitmap at its next load.
+    frmProcessLogo::instance().forgetLoadedLogo();
+    return saved;
 }
 
 } // namespace quenby

@@ -186,6 +186,27 @@ private Q_SLOTS:
                  QSize(pixelsOfTwips(1080), pixelsOfTwips(1080)));
     }
 
+    void theBitmapIsReadOnceWhileItsFileStaysAsItIs()
+    {
+        QVERIFY(frmResizeLogo::instance().loadLogoImage(picture("once.png", 80, 40, Qt::red)));
+        frmProcessLogo& processing = frmProcessLogo::instance();
+        processing.loadAndFit(1560, 240);
+        const qint64 read = processing.sourcePicture().cacheKey();
+        processing.loadAndFit(1560, 240);
+        QCOMPARE(processing.sourcePicture().cacheKey(), read);
+        // A bitmap put there by hand is read again.
+        QImage replaced(100, 100, QImage::Format_RGB32);
+        replaced.fill(Qt::blue);
+        QVERIFY(replaced.save(LogoFilePath(), "BMP"));
+        processing.loadAndFit(1560, 240);
+        QCOMPARE(processing.sourcePicture().size(), QSize(100, 100));
+        QCOMPARE(QColor(processing.sourcePicture().pixel(50, 50)), QColor(Qt::blue));
+        // So is one the Company Logo command makes.
+        QVERIFY(frmResizeLogo::instance().loadLogoImage(picture("again.png", 80, 40, Qt::green)));
+        processing.loadAndFit(1560, 240);
+        QCOMPARE(QColor(processing.sourcePicture().pixel(10, 10)), QColor(Qt::green));
+    }
+
     void processingMeasuresTheBitmapAndShowsItsMeasures()
     {
         QVERIFY(frmResizeLogo::instance().loadLogoImage(picture("wide.bmp", 400, 100, Qt::red)));
