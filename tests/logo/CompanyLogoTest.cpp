@@ -25,6 +25,7 @@
 #include "zbl/ui/frmZBLVGraph.h"
 
 #include <QColor>
+#include <QDir>
 #include <QFile>
 #include <QImage>
 #include <QLabel>
@@ -174,6 +175,14 @@ private Q_SLOTS:
             QCOMPARE(box.x(), head.left() + head.width() / 2 - shown.width() / 2);
             QCOMPARE(box.y(), head.top());
         }
+        // With QUENBY_PICTURES_DIR set, the windows are saved there with their
+        // logo.
+        if (const QString folder = qEnvironmentVariable("QUENBY_PICTURES_DIR"); !folder.isEmpty())
+            for (LogoTarget* target : allTargets()) {
+                QWidget* window = target->imgLogo().window();
+                QVERIFY(window->grab().save(
+                    QDir(folder).filePath(window->objectName() + QStringLiteral("-logo.png"))));
+            }
     }
 
     void aSquareLogoFillsTheWholeBox()
