@@ -35,6 +35,7 @@
 #include <QLabel>
 #include <QMenuBar>
 #include <QStatusBar>
+#include <QTimer>
 #include <QVBoxLayout>
 
 namespace quenby {
@@ -291,10 +292,50 @@ void frmMain::closeEvent(QCloseEvent* event)
     endProgram(0);
 }
 
+namespace {
+
+// Once the main window has been painted, the pages of the two reports, which
+// start-up leaves to be made later, are made while the program is idle, one
+// at each turn of the event loop: the first report then opens as fast as
+// ever. A page a command has made already is not made again.
+class MakePagesWhenIdle final : public QObject
+{
+public:
+    explicit MakePagesWhenIdle(QWidget& window) : QObject(&window)
+    {
+        window.installEventFilter(this);
+    }
+
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() == QEvent::Paint) {
+            watched->removeEventFilter(this);
+            // The turn after the paint puts the picture on screen; the pages
+            // are made in the turns after that.
+            QTimer::singleShot(0, this, [] {
+                QTimer::singleShot(0, [] {
+                    frmKVXCondensedReport::instance().makeDeferredParts();
+                    QTimer::singleShot(0,
+                                       [] { frmZBLBasicReport::instance().makeDeferredParts(); });
+                });
+            });
+        }
+        return QObject::eventFilter(watched, event);
+    }
+};
+
+} // namespace
+
+void makeReportPagesWhenIdle(QWidget& mainWindow)
+{
+    new MakePagesWhenIdle(mainWindow);
+}
+
 void startMainWindow()
 {
     frmMain& window = frmMain::instance();
     window.Form_Load();
+    makeReportPagesWhenIdle(window);
     window.show();
 }
 

@@ -91,5 +91,8 @@ private:
 // What the program does before its event loop: the Qt services, the main
 // window's load step, and the window shown.
 void startMainWindow();
+// After the first paint of `mainWindow`, the report pages are made while the
+// program is idle.
+void makeReportPagesWhenIdle(QWidget& mainWindow);
 
 } // namespace quenby

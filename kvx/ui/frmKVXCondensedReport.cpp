@@ -51,6 +51,7 @@ constexpr int GraphHeight = 470;
 constexpr int LogoLeft = 104;
 constexpr int LogoWidth = 160;
 constexpr int LogoHeight = 64;
+constexpr auto DesignedKneeType = "Knee point standard";
 
 // VScroll1 counts steps of 30 twips (2 pixels at 96 dpi); an arrow click or a
 // line of the wheel moves the page 8 steps, about one table row.
@@ -329,6 +330,21 @@ frmKVXCondensedReport::frmKVXCondensedReport()
     buildMenu();
 
     m_area = new ReportPageArea(this);
+    setCentralWidget(m_area);
+    resize(ContentWidth + 2 * PageMargin + VScroll1()->sizeHint().width() + 24, 780);
+    // The logo lies over the left of the title line, placed by hand where the
+    // logo code puts it, out of the page's layout.
+    m_pageLogo.designRoom(QRect(LogoLeft, PageTop, LogoWidth, LogoHeight));
+
+    adoptDesignTexts();
+    connectEvents();
+}
+
+void frmKVXCondensedReport::makeDeferredParts()
+{
+    if (m_partsMade)
+        return;
+    m_partsMade = true;
     m_page = new QFrame;
     m_page->setObjectName(QStringLiteral("frKVXReport"));
     makePaper(*m_page);
@@ -344,19 +360,16 @@ frmKVXCondensedReport::frmKVXCondensedReport()
     lines->addWidget(buildCompensationLine(m_page));
     lines->addWidget(buildGraph(m_page));
 
-    // The logo lies over the left of the title line, placed by hand where the
-    // logo code puts it, so it stays out of the layout.
     m_logo = makeLabel(m_page, QStringLiteral("imgLogo"));
-    m_logo->setGeometry(LogoLeft, PageTop, LogoWidth, LogoHeight);
-    m_pageLogo.design(m_logo);
+    m_logo->setGeometry(m_pageLogo.logoHeadLabel());
     m_logo->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    m_pageLogo.attach(m_logo);
 
     m_area->setPage(m_page);
-    setCentralWidget(m_area);
-    resize(ContentWidth + 2 * PageMargin + VScroll1()->sizeHint().width() + 24, 780);
-
-    adoptDesignTexts();
-    connectEvents();
+    connectPage();
+    // The language's texts for the page, then what the model holds.
+    putKeptTexts(*this);
+    mirrorModel();
 }
 
 QScrollBar* frmKVXCondensedReport::VScroll1() const
@@ -411,7 +424,7 @@ QWidget* frmKVXCondensedReport::buildTitleLine(QWidget* page)
     // The knee standard in use, under the titles: the language's caption until
     // a test is filled in, the standard's name afterwards.
     QLabel* knee =
-        makeLabel(line, QStringLiteral("lbKneeType"), QStringLiteral("Knee point standard"));
+        makeLabel(line, QStringLiteral("lbKneeType"), QString::fromLatin1(DesignedKneeType));
     QFont standard = knee->font();
     standard.setBold(true);
     knee->setFont(standard);
@@ -521,10 +534,19 @@ QWidget* frmKVXCondensedReport::buildTable(QWidget* page)
     grid->setContentsMargins(0, 0, 0, 0);
     grid->setSpacing(0);
 
+    m_tableGrid = grid;
+    addTableRows(0, RowCount);
+    return table;
+}
+
+void frmKVXCondensedReport::addTableRows(int first, int last)
+{
+    QGridLayout* grid = m_tableGrid;
+    QWidget* table = grid->parentWidget();
     for (int c = 0; c < KvxColumnCount; ++c) {
         const ColumnLook& look = Columns[static_cast<std::size_t>(c)];
         const QString array = QString::fromLatin1(look.array);
-        for (int n = 0; n <= RowCount; ++n) {
+        for (int n = first; n <= last; ++n) {
             const bool head = n == 0;
             QLabel* cell = makeLabel(table, indexedName(array, n),
                                      head ? QString::fromLatin1(look.head) : QString());
@@ -544,7 +566,6 @@ QWidget* frmKVXCondensedReport::buildTable(QWidget* page)
             m_cells[static_cast<std::size_t>(c)][static_cast<std::size_t>(n)] = cell;
         }
     }
-    return table;
 }
 
 QWidget* frmKVXCondensedReport::buildCompensationLine(QWidget* page)
@@ -623,8 +644,33 @@ QWidget* frmKVXCondensedReport::buildGraph(QWidget* page)
     return block;
 }
 
+KvxKneeChart& frmKVXCondensedReport::CWGraph1() const
+{
+    const_cast<frmKVXCondensedReport*>(this)->makeDeferredParts();
+    return *m_graph;
+}
+
+QComboBox* frmKVXCondensedReport::cbCompensation() const
+{
+    const_cast<frmKVXCondensedReport*>(this)->makeDeferredParts();
+    return m_compensation;
+}
+
+QFrame* frmKVXCondensedReport::frKVXReport() const
+{
+    const_cast<frmKVXCondensedReport*>(this)->makeDeferredParts();
+    return m_page;
+}
+
+QLabel* frmKVXCondensedReport::imgLogo() const
+{
+    const_cast<frmKVXCondensedReport*>(this)->makeDeferredParts();
+    return m_logo;
+}
+
 QLabel* frmKVXCondensedReport::cell(KvxColumn column, int n) const
 {
+    const_cast<frmKVXCondensedReport*>(this)->makeDeferredParts();
     return m_cells.at(static_cast<std::size_t>(column)).at(static_cast<std::size_t>(n));
 }
 
@@ -634,10 +680,15 @@ void frmKVXCondensedReport::adoptDesignTexts()
     for (int c = 0; c < KvxColumnCount; ++c) {
         QString& head = model.cell(static_cast<KvxReportColumn>(c), 0);
         if (head.isEmpty())
-            head = cell(static_cast<KvxColumn>(c), 0)->text();
+            head = QString::fromLatin1(Columns[static_cast<std::size_t>(c)].head);
     }
     if (model.lbKneeType.isEmpty())
-        model.lbKneeType = findChild<QLabel*>(QStringLiteral("lbKneeType"))->text();
+        model.lbKneeType = QString::fromLatin1(DesignedKneeType);
+}
+
+QString frmKVXCondensedReport::pageText(const QString& control) const
+{
+    return controlText(*this, control);
 }
 
 void frmKVXCondensedReport::connectEvents()
@@ -660,6 +711,14 @@ void frmKVXCondensedReport::connectEvents()
     // The export reads the file of this report again and fills the template.
     command("mnExcel", &KvxReport_mnExcel_Click);
 
+    connect(VScroll1(), &QScrollBar::valueChanged, this, [this](int value) {
+        KvxReport_VScroll1_Change(value);
+        mirrorModel();
+    });
+}
+
+void frmKVXCondensedReport::connectPage()
+{
     // What the operator types into the head is the report's working copy.
     for (const KvxReportHeaderControl& control : kvxReportHeaderControls()) {
         const QString name = QString::fromLatin1(control.control);
@@ -692,10 +751,6 @@ void frmKVXCondensedReport::connectEvents()
             });
     connect(m_graph, &KvxKneeChart::doubleClicked, this, [this] {
         KvxReport_CWGraph1_DblClick();
-        mirrorModel();
-    });
-    connect(VScroll1(), &QScrollBar::valueChanged, this, [this](int value) {
-        KvxReport_VScroll1_Change(value);
         mirrorModel();
     });
 }
@@ -759,6 +814,7 @@ void frmKVXCondensedReport::mnPrint_Click()
 
 void frmKVXCondensedReport::printReportPages(PrintPages& pages, int copies)
 {
+    makeDeferredParts();
     // The page is paper-white on the screen already, so its colours stay; the
     // scroll bar is the window's, not the page's, and never reaches paper.
     const auto label = [this](const char* name) {
@@ -826,6 +882,18 @@ void frmKVXCondensedReport::mirrorModel()
     if (!m_loaded)
         return;
     const KvxCondensedReportModel& model = kvxCondensedReport();
+    findChild<QAction*>(QStringLiteral("mnSave"))->setEnabled(model.mnSaveEnabled);
+    findChild<QAction*>(QStringLiteral("mnWord"))->setEnabled(model.mnWordEnabled);
+    findChild<QMenu*>(QStringLiteral("mnExport"))->menuAction()->setVisible(model.mnExportVisible);
+    {
+        const QSignalBlocker quiet(VScroll1());
+        VScroll1()->setValue(model.VScroll1);
+    }
+    m_area->setPageTop(twipsToPixels(model.frKVXReportTop, m_area->logicalDpiY()));
+    // A page not made yet shows the model once it is.
+    if (!m_partsMade)
+        return;
+
     for (int c = 0; c < KvxColumnCount; ++c) {
         const auto column = static_cast<KvxColumn>(c);
         const auto modelColumn = static_cast<KvxReportColumn>(c);
@@ -867,17 +935,7 @@ void frmKVXCondensedReport::mirrorModel()
     findChild<QCheckBox*>(QStringLiteral("ckZoom"))->setChecked(model.ckZoom);
     findChild<QLabel*>(QStringLiteral("lbUnZoom"))->setVisible(model.lbUnZoomVisible);
 
-    findChild<QAction*>(QStringLiteral("mnSave"))->setEnabled(model.mnSaveEnabled);
-    findChild<QAction*>(QStringLiteral("mnWord"))->setEnabled(model.mnWordEnabled);
-    findChild<QMenu*>(QStringLiteral("mnExport"))->menuAction()->setVisible(model.mnExportVisible);
-
     m_graph->mirror(kvxReportGraph(), model.plotLegend);
-
-    {
-        const QSignalBlocker quiet(VScroll1());
-        VScroll1()->setValue(model.VScroll1);
-    }
-    m_area->setPageTop(twipsToPixels(model.frKVXReportTop, m_area->logicalDpiY()));
 }
 
 void frmKVXCondensedReport::FillTextsKvxCondensedReport()
@@ -888,9 +946,12 @@ void frmKVXCondensedReport::FillTextsKvxCondensedReport()
     // The fill wrote the heads and the knee caption into their labels; the
     // model holds them from now on.
     KvxCondensedReportModel& model = kvxCondensedReport();
-    for (int c = 0; c < KvxColumnCount; ++c)
-        model.cell(static_cast<KvxReportColumn>(c), 0) = cell(static_cast<KvxColumn>(c), 0)->text();
-    model.lbKneeType = findChild<QLabel*>(QStringLiteral("lbKneeType"))->text();
+    for (int c = 0; c < KvxColumnCount; ++c) {
+        const QString head =
+            indexedName(QString::fromLatin1(Columns[static_cast<std::size_t>(c)].array), 0);
+        model.cell(static_cast<KvxReportColumn>(c), 0) = pageText(head);
+    }
+    model.lbKneeType = pageText(QStringLiteral("lbKneeType"));
     mirrorModel();
 }
 

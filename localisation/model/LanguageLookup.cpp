@@ -12,6 +12,7 @@
 #include "shell/model/Session.h"
 
 #include <algorithm>
+#include <optional>
 
 namespace quenby {
 
@@ -66,8 +67,116 @@ CodePage languageFileCodePage(const QString& file)
     return CodePage::Windows1252;
 }
 
+class LanguageFilesRead::Installation : public Installed<LanguageFilesRead::Files>
+{
+public:
+    using Installed<LanguageFilesRead::Files>::Installed;
+};
+
+LanguageFilesRead::LanguageFilesRead()
+{
+    if (Slot<Files>::installed())
+        return;
+    m_files = std::make_unique<Files>();
+    m_installed = std::make_unique<Installation>(*m_files);
+}
+
+LanguageFilesRead::~LanguageFilesRead() = default;
+
+namespace {
+
+// One line of a language file as a lookup sees it: its key and its text.
+struct KeyLine
+{
+    bool hasComma = false;
+    QString key;
+    QString text;
+};
+
+KeyLine splitKeyLine(const QString& rawLine)
+{
+    const QString line = trimBlanks(rawLine);
+    const qsizetype comma = line.indexOf(u',');
+    if (comma < 0)
+        return {};
+    KeyLine parsed{true, TrimSpacesAndTabs(line.left(comma)),
+                   TrimSpacesAndTabs(line.mid(comma + 1))};
+    parsed.text.replace(QStringLiteral("\\n"), QStringLiteral("\r\n"));
+    return parsed;
+}
+
+// The whole file read as the scan reads it, line by line up to its end or to
+// the first failure after the open.
+LanguageFilesRead::File readLanguageFile(const QString& file)
+{
+    LanguageFilesRead::File read;
+    SequentialFiles& files = SequentialFiles::instance();
+    const Int16 fileNo = files.freeFile();
+    try {
+        files.open(fileNo, file, SequentialFiles::Mode::Input, languageFileCodePage(file));
+    } catch (const RuntimeError&) {
+        return read; // not kept: each lookup opens it and fails as it always has
+    }
+    read.opened = true;
+    const FileNumberGuard guard(fileNo);
+    try {
+        for (bool first = true;; first = false) {
+            const KeyLine line = splitKeyLine(files.lineInput(fileNo));
+            if (first && line.hasComma && line.key.isEmpty()) {
+                read.firstLineHasEmptyKey = true;
+                read.firstLineText = line.text;
+            }
+            if (line.hasComma && !read.texts.contains(line.key))
+                read.texts.insert(line.key, line.text);
+            if (files.eof(fileNo))
+                break;
+        }
+    } catch (const RuntimeError&) {
+        // The scan gives up the rest of the file here too.
+    }
+    return read;
+}
+
+// The text of `key` in `file` from the read in force, or nothing when no read
+// is in force or the file could not be opened.
+std::optional<QString> readText(const QString& key, const QString& file)
+{
+    if (!Slot<LanguageFilesRead::Files>::installed())
+        return std::nullopt;
+    auto& read = Slot<LanguageFilesRead::Files>::current().files;
+    auto it = read.find(file);
+    if (it == read.end() || !it->second.opened)
+        it = read.insert_or_assign(file, readLanguageFile(file)).first;
+    const LanguageFilesRead::File& known = it->second;
+    if (!known.opened)
+        return std::nullopt;
+    // The scan takes a file number for its run, and fails when none is free.
+    SequentialFiles::instance().freeFile();
+    const QString wanted = trimBlanks(key);
+    if (wanted.isEmpty())
+        return known.firstLineHasEmptyKey ? known.firstLineText : QString();
+    return known.texts.value(wanted);
+}
+
+bool oemFileExists(const QString& file)
+{
+    if (!Slot<LanguageFilesRead::Files>::installed())
+        return FileExistsApi(file) != False16;
+    auto& known = Slot<LanguageFilesRead::Files>::current().exists;
+    const auto it = known.find(file);
+    if (it != known.end())
+        return it->second;
+    const bool exists = FileExistsApi(file) != False16;
+    known.emplace(file, exists);
+    return exists;
+}
+
+} // namespace
+
 QString FindKeyInLanguageFile(const QString& key, const QString& file)
 {
+    if (std::optional<QString> text = readText(key, file))
+        return *text;
     SequentialFiles& files = SequentialFiles::instance();
     const Int16 fileNo = files.freeFile();
     // Deliberately outside the error handling below: a missing language file
@@ -109,7 +218,7 @@ QString GetLanguageText(QString& key)
     if (relative.startsWith(pathSep()))
         relative.remove(0, 1);
     const QString oemFile = appPath + pathSep() + QStringLiteral("oem-") + relative;
-    if (FileExistsApi(oemFile) != False16) {
+    if (oemFileExists(oemFile)) {
         const QString oemText = FindKeyInLanguageFile(key, oemFile);
         if (!oemText.isEmpty())
             text = oemText;
@@ -175,6 +284,8 @@ void LoadLanguage(const QString& language)
         CommonDialog1().FileName = file;
     appState().LangFilePath = CommonDialog1().FileName;
 
+    // Every fill reads the files once.
+    const LanguageFilesRead read;
     LanguageWindows& windows = languageWindows();
     windows.setLanguageMenuEnabled(false);
     for (const QString& name : languageFillOrder())

@@ -1,12 +1,17 @@
 // Every text the operator sees comes from a language file beside the program,
 // looked up key by key, with an optional "oem-" file that overrides single
-// texts. Each lookup opens, scans and closes the file anew.
+// texts. Each lookup opens, scans and closes the file anew, unless a
+// LanguageFilesRead is in force.
 #pragma once
 
 #include "shell/model/CodePage.h"
 
+#include <QHash>
 #include <QString>
 #include <QStringList>
+
+#include <map>
+#include <memory>
 
 namespace quenby {
 
@@ -19,6 +24,41 @@ QString GetLanguageText(const QString& key);
 // A file that cannot be opened raises the run-time failure; any failure once
 // it is open (an unreadable line) gives "". The file is closed either way.
 QString FindKeyInLanguageFile(const QString& key, const QString& file);
+
+// While one is in force, lookups take each language file as it stood when
+// they first read it in that time: the file is read once instead of once a
+// key, with the same texts, the same first-line rule for an empty key and the
+// same failures (a file that cannot be opened is opened again at each lookup
+// and fails there). A fill of a window's texts and the language loader keep
+// one for their run; inside another, it adds nothing.
+class LanguageFilesRead
+{
+public:
+    LanguageFilesRead();
+    ~LanguageFilesRead();
+    LanguageFilesRead(const LanguageFilesRead&) = delete;
+    LanguageFilesRead& operator=(const LanguageFilesRead&) = delete;
+
+    // The read of one file: the text of each key at its first line, and the
+    // first line's text when its key is empty.
+    struct File
+    {
+        bool opened = false;
+        QHash<QString, QString> texts;
+        bool firstLineHasEmptyKey = false;
+        QString firstLineText;
+    };
+    struct Files
+    {
+        std::map<QString, File> files;
+        std::map<QString, bool> exists; // oem- files looked for
+    };
+
+private:
+    std::unique_ptr<Files> m_files; // none when another one is in force
+    class Installation;
+    std::unique_ptr<Installation> m_installed;
+};
 
 // Drops blanks and tabs at both ends.
 QString TrimSpacesAndTabs(const QString& text);

@@ -25,11 +25,43 @@ QObject* findControl(const QWidget& window, const QString& control)
 }
 } // namespace
 
+void KeptControlTexts::keep(const QString& control, const QString& text)
+{
+    for (auto& [name, kept] : m_kept) {
+        if (name == control) {
+            kept = text;
+            return;
+        }
+    }
+    m_kept.emplace_back(control, text);
+}
+
+const QString* KeptControlTexts::kept(const QString& control) const
+{
+    for (const auto& [name, kept] : m_kept)
+        if (name == control)
+            return &kept;
+    return nullptr;
+}
+
+void KeptControlTexts::putKeptTexts(QWidget& window)
+{
+    const auto kept = std::move(m_kept);
+    m_kept.clear();
+    for (const auto& [control, text] : kept)
+        setControlText(window, control, text);
+}
+
 bool setControlText(QWidget& window, const QString& control, const QString& text)
 {
     QObject* o = findControl(window, control);
-    if (!o)
-        return false;
+    if (!o) {
+        auto* later = dynamic_cast<KeptControlTexts*>(&window);
+        if (!later || !later->keepsTexts())
+            return false;
+        later->keep(control, text);
+        return true;
+    }
     if (o == &window)
         window.setWindowTitle(text);
     else if (auto* a = qobject_cast<QAction*>(o))
@@ -60,8 +92,18 @@ bool setControlText(QWidget& window, const QString& control, const QString& text
 QString controlText(const QWidget& window, const QString& control)
 {
     const QObject* o = findControl(window, control);
-    if (!o)
-        return {};
+    if (!o) {
+        auto* later = dynamic_cast<KeptControlTexts*>(const_cast<QWidget*>(&window));
+        if (!later || !later->keepsTexts())
+            return {};
+        if (const QString* kept = later->kept(control))
+            return *kept;
+        // A design text: the page holds it once made.
+        later->makeControls();
+        o = findControl(window, control);
+        if (!o)
+            return {};
+    }
     if (o == &window)
         return window.windowTitle();
     if (auto* a = qobject_cast<const QAction*>(o))
@@ -93,6 +135,7 @@ void fillWindowTexts(QWidget& window, const QString& routine)
     if (!table)
         return;
     window.setWindowIcon(applicationIcon());
+    const LanguageFilesRead read; // each file read once for the whole fill
     auto* receiver = dynamic_cast<WindowTextReceiver*>(&window);
     for (const WindowTextEntry& entry : table->entries) {
         const QString text = GetLanguageText(QString::fromLatin1(entry.key));

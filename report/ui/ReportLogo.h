@@ -7,6 +7,8 @@
 // fixed order, at the size that fits a square box of LogoBoxSide twips.
 #pragma once
 
+#include <memory>
+
 #include "shell/model/Session.h"
 
 #include <QRect>
@@ -26,16 +28,23 @@ public:
 };
 
 // imgLogo as the page's design placed it: the logo stands centred over the
-// box it was designed in, at the box's top.
+// box it was designed in, at the box's top. A page made later knows the box's
+// room first: until the box is attached, the logo goes on a stand-in, and
+// moves onto the box with it.
 class DesignedLogo final : public LogoTarget
 {
 public:
+    DesignedLogo();
+    ~DesignedLogo() override;
     QLabel* design(QLabel* box);
-    QLabel& imgLogo() override { return *m_box; }
+    void designRoom(const QRect& room) { m_room = room; }
+    void attach(QLabel* box);
+    QLabel& imgLogo() override;
     QRect logoHeadLabel() const override { return m_room; }
 
 private:
     QLabel* m_box = nullptr;
+    std::unique_ptr<QLabel> m_standIn;
     QRect m_room;
 };
 

@@ -89,6 +89,13 @@ void ReportWindow::cbCompensation_Click(QComboBox& box, int index)
     mirrorModel();
 }
 
+void ReportWindow::setVisible(bool visible)
+{
+    if (visible)
+        makeDeferredParts();
+    ModalWindow::setVisible(visible);
+}
+
 void ReportWindow::showEvent(QShowEvent* event)
 {
     setShown(true);

@@ -1,6 +1,7 @@
 #include "shell/ui/AppIcon.h"
 
 #include <QFont>
+#include <QIconEngine>
 #include <QPainter>
 #include <QPainterPath>
 
@@ -38,23 +39,43 @@ QPixmap iconPixmap(int size)
     return pm;
 }
 
+// The icon drawn at the size asked for, when it is asked for: a window's icon
+// costs nothing until the window reaches the screen.
+class DrawnIconEngine final : public QIconEngine
+{
+public:
+    void paint(QPainter* painter, const QRect& rect, QIcon::Mode, QIcon::State) override
+    {
+        painter->drawPixmap(rect, pixmap(rect.size(), QIcon::Normal, QIcon::Off));
+    }
+    QPixmap pixmap(const QSize& size, QIcon::Mode, QIcon::State) override
+    {
+        return iconPixmap(qMax(1, qMin(size.width(), size.height())));
+    }
+    QIconEngine* clone() const override { return new DrawnIconEngine; }
+    QList<QSize> availableSizes(QIcon::Mode, QIcon::State) override
+    {
+        // The sizes a window manager shows; larger ones are drawn on request.
+        return {QSize(16, 16), QSize(24, 24), QSize(32, 32), QSize(48, 48), QSize(64, 64)};
+    }
+};
+
 } // namespace
 
 QIcon applicationIcon()
 {
-    static const QIcon icon = [] {
-        QIcon i;
-        for (int size : {16, 24, 32, 48, 64, 128, 256})
-            i.addPixmap(iconPixmap(size));
-        return i;
-    }();
-    return icon;
+    return QIcon(new DrawnIconEngine);
+}
+
+QSize productLogoSize(int width)
+{
+    return {width, width * 2 / 3};
 }
 
 QPixmap productLogo(int width)
 {
-    const int height = width * 2 / 3;
-    QPixmap pm(width, height);
+    QPixmap pm(productLogoSize(width));
+    const int height = pm.height();
     pm.fill(Qt::white);
     QPainter p(&pm);
     p.setRenderHint(QPainter::Antialiasing);

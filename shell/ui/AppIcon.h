@@ -11,5 +11,7 @@ namespace quenby {
 QIcon applicationIcon();
 // The product logo, `width` pixels wide, with the name under the symbol.
 QPixmap productLogo(int width = 220);
+// Its size, without drawing it.
+QSize productLogoSize(int width = 220);
 
 } // namespace quenby

@@ -110,11 +110,29 @@ void frmAbout::closeEvent(QCloseEvent* event)
 
 void frmAbout::Form_Load()
 {
-    // The picture box takes the size of its picture.
-    const QPixmap logo = productLogo(LogoWidthPx);
-    m_picLogo->setPixmap(logo);
-    m_picLogo->resize(logo.size());
+    // The picture box takes the size of its picture, which is drawn when it
+    // is first seen.
+    m_picLogo->setPixmap(QPixmap());
+    m_picLogo->resize(productLogoSize(LogoWidthPx));
     stackControls();
+}
+
+void frmAbout::drawLogo() const
+{
+    if (m_picLogo->pixmap().isNull())
+        m_picLogo->setPixmap(productLogo(m_picLogo->width()));
+}
+
+QLabel* frmAbout::picLogo() const
+{
+    drawLogo();
+    return m_picLogo;
+}
+
+void frmAbout::showEvent(QShowEvent* event)
+{
+    drawLogo();
+    QWidget::showEvent(event);
 }
 
 void frmAbout::stackControls()

@@ -29,13 +29,15 @@ public:
     // the controls as they stand.
     void Form_Load();
 
-    QLabel* picLogo() const { return m_picLogo; }
+    // The logo is drawn when the window is first shown or this is asked.
+    QLabel* picLogo() const;
     QLabel* lblOrvaneCompany() const { return m_lblOrvaneCompany; }
     QPlainTextEdit* lbAddress() const { return m_lbAddress; }
     QLabel* lbSoftwareVersion() const { return m_lbSoftwareVersion; }
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void showEvent(QShowEvent* event) override;
 
 private:
     frmAbout();
@@ -43,6 +45,8 @@ private:
     // Stacks the texts under the picture and sizes the window around them.
     void stackControls();
     AboutControls controlsInTwips() const;
+    // The product logo at the size of picLogo, unless it has it already.
+    void drawLogo() const;
     void applyControls(const AboutControls& controls);
 
     QLabel* m_picLogo = nullptr;

@@ -399,6 +399,164 @@ TEST_F(LanguageLookupTest, UnreadableFileGivesUpAndShowsTheKey)
 #endif
 }
 
+// --- One read for a whole fill --------------------------------------------
+
+namespace {
+// Files that test every rule of the scan, and the keys to ask of them.
+const std::vector<QByteArray>& trickyFiles()
+{
+    static const std::vector<QByteArray> files = {
+        QByteArray("a,b,c\r\n  k ,\tv  \r\nk,second\r\n\r\nno comma\r\n\tt\t,x\\ny\r\n"),
+        QByteArray(",first line empty key\r\nk,v\r\n"),
+        QByteArray("k,v\r\n,empty key later\r\n"),
+        QByteArray("no comma first\r\n,empty\r\n"),
+        QByteArray("k\xA0,nbsp\r\nK,upper\r\nk,last without line end"),
+        QByteArray(),
+        QByteArray("\r\n\r\n"),
+        QByteArray("only,one"),
+    };
+    return files;
+}
+const QStringList trickyKeys = {"",     "a",  "a,b",      "k",       " k ",
+                                "K",    "t",  "no comma", "missing", QString::fromUtf8("k\u00A0"),
+                                "only", "\tk"};
+} // namespace
+
+TEST_F(LanguageLookupTest, ReadOnceGivesWhatEachScanGives)
+{
+    for (std::size_t f = 0; f < trickyFiles().size(); ++f) {
+        const QString file = writeLang("en.lng", trickyFiles()[f]);
+        for (const QString& key : trickyKeys) {
+            const QString scanned = FindKeyInLanguageFile(key, file);
+            const LanguageFilesRead read;
+            EXPECT_EQ(FindKeyInLanguageFile(key, file), scanned)
+                << "file " << f << " key '" << key.toStdString() << "'";
+        }
+    }
+}
+
+TEST_F(LanguageLookupTest, ReadOnceGivesEveryTextOfTheProgramsLanguageFiles)
+{
+    for (const char* name : {"en.lng", "fr.lng", "polish.lng"}) {
+        const QString file = QStringLiteral(QUENBY_LANG_DIR "/") + QLatin1String(name);
+        SequentialFiles& files = SequentialFiles::instance();
+        QStringList keys;
+        const Int16 no = files.freeFile();
+        files.open(no, file, SequentialFiles::Mode::Input, languageFileCodePage(file));
+        while (!files.eof(no)) {
+            const QString line = files.lineInput(no);
+            keys << line.left(line.indexOf(u','));
+        }
+        files.close(no);
+        ASSERT_GT(keys.size(), 200) << name;
+        QStringList scanned;
+        for (const QString& key : keys)
+            scanned << FindKeyInLanguageFile(key, file);
+        const LanguageFilesRead read;
+        for (qsizetype i = 0; i < keys.size(); ++i)
+            EXPECT_EQ(FindKeyInLanguageFile(keys[i], file), scanned[i]) << name << " " << i;
+    }
+}
+
+TEST_F(LanguageLookupTest, ReadOnceKeepsTheFileAsItStoodUntilItEnds)
+{
+    writeLang("en.lng", QStringList{"k,before"});
+    useLanguage("en.lng");
+    {
+        const LanguageFilesRead read;
+        EXPECT_EQ(GetLanguageText(QStringLiteral("k")), "before");
+        writeLang("en.lng", QStringList{"k,after"});
+        writeLang("oem-en.lng", QStringList{"k,oem"});
+        EXPECT_EQ(GetLanguageText(QStringLiteral("k")), "before");
+    }
+    EXPECT_EQ(GetLanguageText(QStringLiteral("k")), "oem");
+}
+
+TEST_F(LanguageLookupTest, ReadOnceInsideAnotherAddsNothing)
+{
+    writeLang("en.lng", QStringList{"k,before"});
+    useLanguage("en.lng");
+    const LanguageFilesRead outer;
+    EXPECT_EQ(GetLanguageText(QStringLiteral("k")), "before");
+    {
+        const LanguageFilesRead inner;
+        writeLang("en.lng", QStringList{"k,after"});
+        EXPECT_EQ(GetLanguageText(QStringLiteral("k")), "before");
+    }
+    // The outer one is still in force.
+    EXPECT_EQ(GetLanguageText(QStringLiteral("k")), "before");
+}
+
+TEST_F(LanguageLookupTest, ReadOnceStillFailsAtEachLookupOfAMissingFile)
+{
+    writeLang("en.lng", QStringList{"k,v"});
+    useLanguage("fr.lng");
+    const LanguageFilesRead read;
+    for (int i = 0; i < 2; ++i)
+        EXPECT_EQ(failureOf([] { GetLanguageText(QStringLiteral("k")); }), err::FileNotFound);
+    // The file appears: the next lookup reads it.
+    writeLang("fr.lng", QStringList{"k,fr"});
+    EXPECT_EQ(GetLanguageText(QStringLiteral("k")), "fr");
+}
+
+TEST_F(LanguageLookupTest, ReadOnceOfAnEmptyOrUnreadableFileShowsTheKey)
+{
+    writeLang("en.lng", QByteArray());
+    useLanguage("en.lng");
+    {
+        const LanguageFilesRead read;
+        EXPECT_EQ(GetLanguageText(QStringLiteral("k")), "k");
+    }
+#ifdef Q_OS_LINUX
+    appState().LangFilePath = QStringLiteral("/proc/self/mem");
+    const LanguageFilesRead read;
+    EXPECT_EQ(GetLanguageText(QStringLiteral("frmX.Caption")), "frmX.Caption");
+#endif
+}
+
+TEST_F(LanguageLookupTest, ReadOnceStillNeedsAFreeFileNumber)
+{
+    writeLang("en.lng", QStringList{"k,v"});
+    useLanguage("en.lng");
+    const LanguageFilesRead read;
+    EXPECT_EQ(GetLanguageText(QStringLiteral("k")), "v");
+    SequentialFiles& files = SequentialFiles::instance();
+    const QString other = writeLang("other.txt", QStringList{"x"});
+    std::vector<Int16> taken;
+    for (;;) {
+        Int16 no = 0;
+        try {
+            no = files.freeFile();
+        } catch (const RuntimeError&) {
+            break;
+        }
+        files.open(no, other, SequentialFiles::Mode::Input);
+        taken.push_back(no);
+    }
+    const int failure = failureOf([] { GetLanguageText(QStringLiteral("k")); });
+    for (Int16 no : taken)
+        files.close(no);
+    EXPECT_EQ(failure, err::TooManyFiles);
+}
+
+TEST_F(LanguageLookupTest, LoadLanguageReadsEachFileOnceForAllItsFills)
+{
+    writeLang("en.lng", QStringList{"k,before"});
+    CommonDialog1().FileName.clear();
+    QStringList seen;
+    for (const QString& routine : languageFillOrder()) {
+        windows.fillers[routine] = [&seen, this] {
+            seen << GetLanguageText(QStringLiteral("k"));
+            // A fill that changes the file does not change what the next ones read.
+            writeLang("en.lng", QStringList{"k,after"});
+        };
+    }
+    LoadLanguage("ENGLISH");
+    ASSERT_EQ(seen.size(), languageFillOrder().size());
+    EXPECT_EQ(seen.count("before"), seen.size());
+    EXPECT_EQ(GetLanguageText(QStringLiteral("k")), "after");
+}
+
 // --- TrimSpacesAndTabs ---------------------------------------------------
 
 TEST_F(LanguageLookupTest, TrimSpacesAndTabsDropsBlanksAndTabsAtBothEndsOnly)

@@ -146,9 +146,11 @@ private Q_SLOTS:
         QCOMPARE(scripted->messages.shown[0].text, success);
         QCOMPARE(scripted->messages.shown[0].title, success);
         QCOMPARE(scripted->messages.shown[0].icon, MsgIcon::Exclamation);
+        // A report page made after the command takes the logo with it.
+        QVERIFY(!frmZBLBasicReport::instance().deferredPartsMade());
         QVERIFY(hasPicture(frmKVXCondensedReport::instance().imgLogo()));
-        QVERIFY(hasPicture(
-            frmZBLBasicReport::instance().findChild<QLabel*>(QStringLiteral("imgLogo"))));
+        QVERIFY(hasPicture(frmZBLBasicReport::instance().frResistance()->findChild<QLabel*>(
+            QStringLiteral("imgLogo"))));
         QVERIFY(frmResizeLogo::instance().isHidden());
     }
 

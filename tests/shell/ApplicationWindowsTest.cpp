@@ -6,6 +6,8 @@
 #include "app/frmMain.h"
 #include "kvx/ui/frmKVXCondensedReport.h"
 #include "localisation/model/LanguageLookup.h"
+#include "localisation/model/WindowTextKeys.h"
+#include "localisation/ui/WindowTexts.h"
 #include "report/ui/frmCompensedResistanceSetting.h"
 #include "shell/model/AppState.h"
 #include "shell/model/CommonDialog.h"
@@ -103,6 +105,79 @@ private Q_SLOTS:
         scripted.reset();
         setSettingsStore(nullptr);
         setAppPathOverride({});
+    }
+
+    // First of all, while no test has made the report pages yet.
+    void startLeavesTheReportPagesToBeMadeWithTheLanguagesTexts()
+    {
+        store->SaveSetting("Quenby", "UserFileTransfert", "KVX", dataDir.path());
+        frmMain& main = frmMain::instance();
+        main.Form_Load();
+        frmKVXCondensedReport& kvx = frmKVXCondensedReport::instance();
+        frmZBLBasicReport& zbl = frmZBLBasicReport::instance();
+        QVERIFY(!kvx.deferredPartsMade());
+        QVERIFY(!zbl.deferredPartsMade());
+        QVERIFY(!kvx.findChild<QLabel*>("lbKneeType"));
+        QVERIFY(!zbl.findChild<QLineEdit*>("txtTapA(0)"));
+        // Their titles and menus are there; the model has the heads already.
+        QCOMPARE(kvx.windowTitle(), textIn("en.lng", "frmKVXCondensedReport.Caption"));
+        QCOMPARE(controlText(kvx, "lbKneeType"),
+                 textIn("en.lng", "frmKVXCondensedReport.lbKneeType.Caption"));
+
+        // A language change meanwhile: the pages get the last language's texts.
+        main.menuEntry("mnuPolish")->trigger();
+        const std::vector<std::pair<QWidget*, const char*>> reports = {
+            {&kvx, "FillTextsKvxCondensedReport"}, {&zbl, "FillTextsZblBasicReport"}};
+        // Before its page is made, a window answers with the language's texts.
+        for (const auto& [window, routine] : reports) {
+            const WindowTextTable* table = windowTextTable(routine);
+            QVERIFY(table);
+            for (const WindowTextEntry& entry : table->entries) {
+                if (entry.target != TextTarget::Text && entry.target != TextTarget::WindowTitle)
+                    continue;
+                QCOMPARE(controlText(*window, QString::fromLatin1(entry.control)),
+                         textIn("polish.lng", entry.key));
+            }
+        }
+        QVERIFY(!kvx.deferredPartsMade());
+        QVERIFY(!zbl.deferredPartsMade());
+
+        // Once the main window is on screen, both pages are made while idle.
+        makeReportPagesWhenIdle(main);
+        main.show();
+        QTRY_VERIFY(kvx.deferredPartsMade() && zbl.deferredPartsMade());
+        QVERIFY(!kvx.isVisible());
+        QVERIFY(!zbl.isVisible());
+        main.hide();
+
+        // The made page has every control the texts were meant for, and a
+        // fill run again on it changes nothing.
+        for (const auto& [window, routine] : reports) {
+            const WindowTextTable* table = windowTextTable(routine);
+            QStringList made;
+            for (const WindowTextEntry& entry : table->entries) {
+                const QString control = QString::fromLatin1(entry.control);
+                made << controlText(*window, control);
+                if (entry.target == TextTarget::Text && !control.isEmpty())
+                    QVERIFY2(window->findChild<QObject*>(control), entry.control);
+            }
+            if (window == &kvx)
+                kvx.FillTextsKvxCondensedReport();
+            else
+                zbl.FillTextsZblBasicReport();
+            QStringList again;
+            for (const WindowTextEntry& entry : table->entries)
+                again << controlText(*window, QString::fromLatin1(entry.control));
+            QCOMPARE(again, made);
+        }
+        QCOMPARE(kvx.findChild<QLabel*>("lbKneeType")->text(),
+                 textIn("polish.lng", "frmKVXCondensedReport.lbKneeType.Caption"));
+        QCOMPARE(zbl.findChild<QLabel*>("lbTotalTime")->text(),
+                 textIn("polish.lng", "frmZBLBasicReport.lbTotalTime"));
+        QCOMPARE(zbl.cell(ZblColumn::TapA, 121)->objectName(), QString("txtTapA(121)"));
+        main.menuEntry("mnuAnglais")->trigger();
+        QCOMPARE(kvx.findChild<QLabel*>("lbKneeType")->text(),
+                 textIn("en.lng", "frmKVXCondensedReport.lbKneeType.Caption"));
     }
 
     void firstRunAsksForTheDataFolderAndMakesTheTree()

@@ -299,6 +299,10 @@ private Q_SLOTS:
 
         auto* pic = w.findChild<QLabel*>("picLogo");
         QVERIFY(pic);
+        // The logo is drawn when the window is first shown or its box asked for.
+        QVERIFY(pic->pixmap().isNull());
+        QCOMPARE(pic->size(), productLogoSize(pic->width()));
+        QCOMPARE(w.picLogo(), pic);
         QVERIFY(!pic->pixmap().isNull());
         auto* company = w.findChild<QLabel*>("lblOrvaneCompany");
         QVERIFY(company);
@@ -311,6 +315,20 @@ private Q_SLOTS:
         QVERIFY(version);
         QCOMPARE(version->text(), QString("Software version:"));
         QVERIFY(w.testAttribute(Qt::WA_DeleteOnClose));
+    }
+
+    void applicationIconIsDrawnAtTheSizeAskedFor()
+    {
+        const QIcon icon = applicationIcon();
+        QCOMPARE(icon.availableSizes(),
+                 (QList<QSize>{{16, 16}, {24, 24}, {32, 32}, {48, 48}, {64, 64}}));
+        for (int side : {16, 64, 256}) {
+            const QImage drawn = icon.pixmap(side, side).toImage();
+            QCOMPARE(drawn.size(), QSize(side, side));
+            // The corners are clear, the rounded square is not.
+            QCOMPARE(qAlpha(drawn.pixel(0, 0)), 0);
+            QVERIFY(qAlpha(drawn.pixel(side / 2, side - 2)) > 0);
+        }
     }
 
     void aboutShowsTheProductLogo()

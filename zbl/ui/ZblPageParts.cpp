@@ -104,10 +104,15 @@ QLabel* makeChannelLabel(QWidget* parent)
     return channel;
 }
 
+QRect logoRoom()
+{
+    return {pixelsOfTwips(LogoLeftTwips), pixelsOfTwips(LogoTopTwips), 160, 64};
+}
+
 QLabel* makeLogo(QWidget* parent)
 {
     QLabel* logo = makeLabel(parent, QStringLiteral("imgLogo"), {});
-    logo->setGeometry(pixelsOfTwips(LogoLeftTwips), pixelsOfTwips(LogoTopTwips), 160, 64);
+    logo->setGeometry(logoRoom());
     logo->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     return logo;
 }

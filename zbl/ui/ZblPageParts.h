@@ -57,6 +57,8 @@ QLabel* makeChannelLabel(QWidget* parent);
 
 // The logo's place: empty until a logo is loaded onto it.
 QLabel* makeLogo(QWidget* parent);
+// Where makeLogo puts the logo's box on its page.
+QRect logoRoom();
 
 // The two title lines of a page, the instrument and the kind of report, in a
 // block to be put beside the logo.

@@ -166,10 +166,10 @@ frmZBLBasicReport::frmZBLBasicReport()
     m_scroll->setVisible(false); // until a test needs more than the window
     row->addWidget(m_scroll);
     setCentralWidget(central);
+    m_viewport = viewport;
 
-    buildPage(viewport);
     resize(pixelsOfTwips(PageWidthTwips) + m_scroll->sizeHint().width(), 760);
-    m_compensation = findChild<QComboBox*>(QStringLiteral("cbCompensation"));
+    m_pageLogo.designRoom(logoRoom());
     connectEvents();
 }
 
@@ -189,14 +189,20 @@ void frmZBLBasicReport::connectEvents()
     // command shows it.
     command("mnuSave", [] { ZblReport_mnuSave_Click(); });
     command("mnuVGraphA", [this] {
-        openVGraph(QStringLiteral("A"),
-                   findChild<QLineEdit*>(QStringLiteral("lbTexteCHANA"))->text());
+        openVGraph(QStringLiteral("A"), controlText(*this, QStringLiteral("lbTexteCHANA")));
     });
     command("mnuVGraphB", [this] {
-        openVGraph(QStringLiteral("B"),
-                   findChild<QLineEdit*>(QStringLiteral("lbTexteCHANB"))->text());
+        openVGraph(QStringLiteral("B"), controlText(*this, QStringLiteral("lbTexteCHANB")));
     });
 
+    connect(m_scroll, &QScrollBar::valueChanged, this, [this](int value) {
+        ZblReport_VScroll1_Change(value);
+        mirrorModel();
+    });
+}
+
+void frmZBLBasicReport::connectPage()
+{
     // What the operator types into the head and the cells is the report's
     // working copy: the V graph, the save and the print read it from there.
     for (const HeadField& head : EditedHead) {
@@ -205,35 +211,24 @@ void frmZBLBasicReport::connectEvents()
         connect(box, &QLineEdit::textEdited, this,
                 [field](const QString& text) { zblBasicReport().*field = text; });
     }
-    for (int c = 0; c < ZblColumnCount; ++c) {
-        for (int r = 0; r < RowCount; ++r) {
-            const auto column = static_cast<ZblReportColumn>(c);
-            connect(cell(static_cast<ZblColumn>(c), r), &QLineEdit::textEdited, this,
-                    [column, r](const QString& text) { zblBasicReport().cell(column, r) = text; });
-        }
-    }
 
     connect(m_compensation, &QComboBox::activated, this,
             [this](int index) { cbCompensation_Click(*m_compensation, index); });
     connect(m_compensation->lineEdit(), &QLineEdit::textEdited, this,
             [](const QString& text) { zblBasicReport().cbCompensationText = text; });
-    connect(m_scroll, &QScrollBar::valueChanged, this, [this](int value) {
-        ZblReport_VScroll1_Change(value);
-        mirrorModel();
-    });
 }
 
 ZblColumnHeadTexts frmZBLBasicReport::columnHeadTexts() const
 {
     const auto head = [this](const char* name) {
-        return findChild<QLineEdit*>(QString::fromLatin1(name))->text();
+        return controlText(*this, QString::fromLatin1(name));
     };
     ZblColumnHeadTexts heads;
     heads.CHANA = head("lbTexteCHANA");
     heads.CHANB = head("lbTexteCHANB");
     for (std::size_t c = 0; c < ChannelColumns.size(); ++c)
         heads.column[c] = head(ChannelColumns[c].head);
-    heads.TotalTime = findChild<QLabel*>(QStringLiteral("lbTotalTime"))->text();
+    heads.TotalTime = head("lbTotalTime");
     return heads;
 }
 
@@ -324,26 +319,6 @@ void frmZBLBasicReport::openVGraph(const QString& letter, const QString& channel
 void frmZBLBasicReport::mirrorModel()
 {
     const ZblBasicReportModel& model = zblBasicReport();
-    for (const HeadField& head : EditedHead)
-        putText(*findChild<QLineEdit*>(QString::fromLatin1(head.control)), model.*head.field);
-    for (const HeadField& head : ShownHead)
-        findChild<QLabel*>(QString::fromLatin1(head.control))->setText(model.*head.field);
-
-    for (int c = 0; c < ZblColumnCount; ++c) {
-        const auto column = static_cast<ZblReportColumn>(c);
-        for (int r = 0; r < RowCount; ++r) {
-            QLineEdit* box = cell(static_cast<ZblColumn>(c), r);
-            if (box->text() != model.cell(column, r)) {
-                putText(*box, model.cell(column, r));
-                fitCellText(*box);
-            }
-            box->setVisible(model.rowVisible(r));
-        }
-    }
-
-    mirrorCompensation(*m_compensation, model.cbCompensationItems, model.cbCompensationIndex,
-                       model.cbCompensationText);
-
     // Until its load the window keeps its menu as designed, entries that lead
     // nowhere hidden; the model's flags count from the load on.
     const auto showEntry = [this](const char* name, bool visible) {
@@ -364,9 +339,37 @@ void frmZBLBasicReport::mirrorModel()
         m_scroll->setValue(model.VScroll1Value);
         m_scroll->setVisible(model.VScroll1Visible);
     }
+    // A page not made yet shows the model once it is.
+    if (!m_partsMade)
+        return;
+
+    for (const HeadField& head : EditedHead)
+        putText(*findChild<QLineEdit*>(QString::fromLatin1(head.control)), model.*head.field);
+    for (const HeadField& head : ShownHead)
+        findChild<QLabel*>(QString::fromLatin1(head.control))->setText(model.*head.field);
+    mirrorCells();
+    mirrorCompensation(*m_compensation, model.cbCompensationItems, model.cbCompensationIndex,
+                       model.cbCompensationText);
+
     // The frame's top is in twips and goes negative as the page scrolls up.
     const int top = model.frResistanceTop;
     m_page->move(m_page->x(), top < 0 ? -pixelsOfTwips(-top) : pixelsOfTwips(top));
+}
+
+void frmZBLBasicReport::mirrorCells()
+{
+    const ZblBasicReportModel& model = zblBasicReport();
+    for (int c = 0; c < ZblColumnCount; ++c) {
+        const auto column = static_cast<ZblReportColumn>(c);
+        for (int r = 0; r < RowCount; ++r) {
+            QLineEdit* box = m_cells[static_cast<std::size_t>(c)][static_cast<std::size_t>(r)];
+            if (box->text() != model.cell(column, r)) {
+                putText(*box, model.cell(column, r));
+                fitCellText(*box);
+            }
+            box->setVisible(model.rowVisible(r));
+        }
+    }
 }
 
 void frmZBLBasicReport::buildMenu()
@@ -407,7 +410,7 @@ void frmZBLBasicReport::buildPage(QWidget* viewport)
     m_page = page;
     makePaper(*page);
     buildHead(page);
-    m_pageLogo.design(makeLogo(page));
+    m_pageLogo.attach(makeLogo(page));
 }
 
 void frmZBLBasicReport::buildHead(QWidget* page)
@@ -475,25 +478,67 @@ void frmZBLBasicReport::buildTable(QWidget* page, int top)
     totalTime->setGeometry(border->geometry().adjusted(1, 1, -1, -1));
 
     const int rowTop = columnTop + columnHead;
-    for (int r = 0; r < RowCount; ++r) {
-        const int y = rowTop + pixelsOfTwips(r * RowHeightTwips);
-        const int h = pixelsOfTwips((r + 1) * RowHeightTwips) - pixelsOfTwips(r * RowHeightTwips);
-        for (std::size_t c = 0; c < static_cast<std::size_t>(ZblColumnCount); ++c) {
-            const QString array = c < ChannelColumns.size()
-                                      ? QString::fromLatin1(ChannelColumns[c].cells)
-                                      : QString::fromLatin1(TotalTimeCells);
-            QLineEdit* cell = makeTableTextBox(page, indexedName(array, r));
-            cell->setGeometry(x(c), y, width(c), h);
-            m_cells[c][static_cast<std::size_t>(r)] = cell;
-        }
+    m_rowsTop = rowTop;
+    for (std::size_t c = 0; c < static_cast<std::size_t>(ZblColumnCount); ++c) {
+        m_columnLeft[c] = x(c);
+        m_columnWidth[c] = width(c);
     }
     page->setGeometry(0, 0, pixelsOfTwips(PageWidthTwips),
                       rowTop + pixelsOfTwips(RowCount * RowHeightTwips) +
                           pixelsOfTwips(RowHeightTwips));
 }
 
+void frmZBLBasicReport::makeDeferredParts()
+{
+    if (m_partsMade)
+        return;
+    m_partsMade = true;
+    buildPage(m_viewport);
+    m_compensation = findChild<QComboBox*>(QStringLiteral("cbCompensation"));
+    makeRows();
+    connectPage();
+    // The language's texts for the page, fitted, then what the model holds.
+    putKeptTexts(*this);
+    fitPageTexts();
+    mirrorModel();
+}
+
+QComboBox* frmZBLBasicReport::cbCompensation() const
+{
+    const_cast<frmZBLBasicReport*>(this)->makeDeferredParts();
+    return m_compensation;
+}
+
+QFrame* frmZBLBasicReport::frResistance() const
+{
+    const_cast<frmZBLBasicReport*>(this)->makeDeferredParts();
+    return m_page;
+}
+
+void frmZBLBasicReport::makeRows()
+{
+    for (int r = 0; r < RowCount; ++r) {
+        const int y = m_rowsTop + pixelsOfTwips(r * RowHeightTwips);
+        const int h = pixelsOfTwips((r + 1) * RowHeightTwips) - pixelsOfTwips(r * RowHeightTwips);
+        for (std::size_t c = 0; c < static_cast<std::size_t>(ZblColumnCount); ++c) {
+            const QString array = c < ChannelColumns.size()
+                                      ? QString::fromLatin1(ChannelColumns[c].cells)
+                                      : QString::fromLatin1(TotalTimeCells);
+            QLineEdit* box = makeTableTextBox(m_page, indexedName(array, r));
+            box->setGeometry(m_columnLeft[c], y, m_columnWidth[c], h);
+            m_cells[c][static_cast<std::size_t>(r)] = box;
+            m_tableParts.push_back(box);
+            // What the operator types into a cell is the report's working copy.
+            const auto column = static_cast<ZblReportColumn>(c);
+            connect(box, &QLineEdit::textEdited, this,
+                    [column, r](const QString& text) { zblBasicReport().cell(column, r) = text; });
+        }
+    }
+}
+
 QLineEdit* frmZBLBasicReport::cell(ZblColumn column, int row) const
 {
+    const_cast<frmZBLBasicReport*>(this)->makeDeferredParts();
     return m_cells.at(static_cast<std::size_t>(column)).at(static_cast<std::size_t>(row));
 }
 
@@ -502,7 +547,8 @@ void frmZBLBasicReport::FillTextsZblBasicReport()
     if (!m_loaded)
         Form_Load();
     fillWindowTexts(*this, QStringLiteral("FillTextsZblBasicReport"));
-    fitPageTexts();
+    if (m_partsMade)
+        fitPageTexts();
 }
 
 void frmZBLBasicReport::fitCellText(QLineEdit& box)
@@ -530,6 +576,7 @@ void frmZBLBasicReport::fitPageTexts()
         return;
     for (QWidget* part : m_tableParts)
         part->move(part->x(), part->y() + shift);
+    m_rowsTop += shift;
     m_page->resize(m_page->width(), m_page->height() + shift);
     m_tableTop = top;
 }

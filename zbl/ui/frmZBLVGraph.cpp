@@ -88,6 +88,23 @@ frmZBLVGraph::frmZBLVGraph()
     row->addWidget(scroll);
     setCentralWidget(central);
 
+    // The page slides up by its top edge; the scroll range covers the part
+    // of it below the window.
+    scroll->setRange(0, (PageHeightTwips - MarginTwips) / ScrollStepTwips);
+    m_viewport = viewport;
+    m_scroll = scroll;
+    m_pageLogo.designRoom(logoRoom());
+    loadLogoIfAny(LogoLeftTwips, LogoTopTwips);
+    resize(pixelsOfTwips(PageWidthTwips) + scroll->sizeHint().width(), 760);
+}
+
+void frmZBLVGraph::makeDeferredParts()
+{
+    if (m_partsMade)
+        return;
+    m_partsMade = true;
+    QWidget* viewport = m_viewport;
+    QScrollBar* scroll = m_scroll;
     QFrame* page = makeFrame(viewport, QStringLiteral("frZBLVGraph"));
     makePaper(*page);
     page->setGeometry(0, 0, pixelsOfTwips(PageWidthTwips), pixelsOfTwips(PageHeightTwips));
@@ -141,23 +158,24 @@ frmZBLVGraph::frmZBLVGraph()
     // window is resized: the ring follows its point.
     connect(chart, &QChart::plotAreaChanged, this, [this] { placeCursor(); });
 
-    m_pageLogo.design(makeLogo(page))->raise();
-    loadLogoIfAny(LogoLeftTwips, LogoTopTwips);
+    m_pageLogo.attach(makeLogo(page));
+    m_pageLogo.imgLogo().raise();
 
     connect(zoom, &QCheckBox::clicked, this, [this](bool ticked) {
         zblVGraph().ckZoom_Click(ticked);
         mirrorModel();
     });
-    // The page slides up by its top edge; the scroll range covers the part
-    // of it below the window.
-    scroll->setRange(0, (PageHeightTwips - MarginTwips) / ScrollStepTwips);
     connect(scroll, &QScrollBar::valueChanged, page,
             [page](int value) { page->move(0, -pixelsOfTwips(value * ScrollStepTwips)); });
     // The view's own mouse handling would zoom the chart behind the model's
     // back (and zoom out on a right click): the window takes the mouse first.
     m_graph.view->viewport()->installEventFilter(this);
 
-    resize(pixelsOfTwips(PageWidthTwips) + scroll->sizeHint().width(), 760);
+    // The language's texts for the page, fitted.
+    putKeptTexts(*this);
+    if (!m_axisXCaption.isNull())
+        m_graph.axisX->setTitleText(m_axisXCaption);
+    fitTestHeadTitles(*this, pixelsOfTwips(PageWidthTwips), pixelsOfTwips(MarginTwips));
 }
 
 namespace {
@@ -226,8 +244,29 @@ void mirrorVGraphPage(QWidget& page, const VGraphChart& chart, const VGraphForm&
     showYAxis(*chart.axisY, state.y);
 }
 
+const VGraphChart& frmZBLVGraph::CWGraph1() const
+{
+    const_cast<frmZBLVGraph*>(this)->makeDeferredParts();
+    return m_graph;
+}
+
+const QGraphicsEllipseItem* frmZBLVGraph::cursorRing() const
+{
+    const_cast<frmZBLVGraph*>(this)->makeDeferredParts();
+    return m_cursor;
+}
+
+void frmZBLVGraph::setVisible(bool visible)
+{
+    if (visible)
+        makeDeferredParts();
+    ModalWindow::setVisible(visible);
+}
+
 void frmZBLVGraph::mirror(const VGraphForm& form)
 {
+    // The graph is about to be shown: its page is made now if need be.
+    makeDeferredParts();
     mirrorVGraphPage(*this, m_graph, form);
     const VGraphChartState& state = form.CWGraph1;
     m_cursorAt = QPointF(state.cursor.x, state.cursor.y);
@@ -375,13 +414,17 @@ bool frmZBLVGraph::eventFilter(QObject* watched, QEvent* event)
 void frmZBLVGraph::FillTextsZblVGraph()
 {
     fillWindowTexts(*this, QStringLiteral("FillTextsZblVGraph"));
-    fitTestHeadTitles(*this, pixelsOfTwips(PageWidthTwips), pixelsOfTwips(MarginTwips));
+    if (m_partsMade)
+        fitTestHeadTitles(*this, pixelsOfTwips(PageWidthTwips), pixelsOfTwips(MarginTwips));
 }
 
 void frmZBLVGraph::applyWindowText(const WindowTextEntry& entry, const QString& text)
 {
     // The y axis has no caption of its own.
-    if (entry.target == TextTarget::AxisXCaption)
+    if (entry.target != TextTarget::AxisXCaption)
+        return;
+    m_axisXCaption = text;
+    if (m_partsMade)
         m_graph.axisX->setTitleText(text);
 }
 

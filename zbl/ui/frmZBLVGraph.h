@@ -18,10 +18,11 @@
 
 class QGraphicsEllipseItem;
 class QGraphicsRectItem;
+class QScrollBar;
 
 namespace quenby {
 
-class frmZBLVGraph final : public ModalWindow, public WindowTextReceiver
+class frmZBLVGraph final : public ModalWindow, public WindowTextReceiver, public KeptControlTexts
 {
     Q_OBJECT
 
@@ -37,7 +38,16 @@ public:
     void applyWindowText(const WindowTextEntry& entry, const QString& text) override;
 
     // CWGraph1 with its axes and its one plot.
-    const VGraphChart& CWGraph1() const { return m_graph; }
+    const VGraphChart& CWGraph1() const;
+
+    // The page (head, graph, read-out) is made when the graph is first
+    // filled or shown, or asked for; until then the window keeps the
+    // language's texts for it. Start-up needs none of it.
+    void makeDeferredParts();
+    bool deferredPartsMade() const { return m_partsMade; }
+    bool keepsTexts() const override { return !m_partsMade; }
+    void makeControls() override { makeDeferredParts(); }
+    void setVisible(bool visible) override;
 
     // Shows what the model holds for this window: head, channel, plot, axes,
     // cursor, read-out labels, the zoom box and the unzoom hint.
@@ -49,7 +59,7 @@ public:
 
     // The cursor's ring. It is shown only while its point lies on the plot,
     // and drawn clipped to the plot area.
-    const QGraphicsEllipseItem* cursorRing() const { return m_cursor; }
+    const QGraphicsEllipseItem* cursorRing() const;
 
 protected:
     // The mouse on the graph: a click, a double click, the cursor drag and
@@ -79,6 +89,10 @@ private:
     std::optional<QPoint> m_pressedAt;
     bool m_draggingCursor = false;
     DesignedLogo m_pageLogo;
+    QWidget* m_viewport = nullptr;
+    QScrollBar* m_scroll = nullptr;
+    QString m_axisXCaption; // from the language, kept for a page made later
+    bool m_partsMade = false;
 };
 
 // The common part of the mirror of both V graph pages: the head, lbCHAN and
