@@ -17,8 +17,8 @@
 #include "zbl/ui/frmZBLVGraph.h"
 
 #include <QAction>
-#include <QCheckBox>
 #include <QChart>
+#include <QCheckBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QTemporaryDir>
