@@ -314,9 +314,8 @@ public:
             // are made in the turns after that.
             QTimer::singleShot(0, this, [] {
                 QTimer::singleShot(0, [] {
-                    frmKVXCondensedReport::instance().makeDeferredParts();
-                    QTimer::singleShot(0,
-                                       [] { frmZBLBasicReport::instance().makeDeferredParts(); });
+                    frmKVXCondensedReport::instance().makeControls();
+                    QTimer::singleShot(0, [] { frmZBLBasicReport::instance().makeControls(); });
                 });
             });
         }

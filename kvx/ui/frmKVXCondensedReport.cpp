@@ -340,11 +340,8 @@ frmKVXCondensedReport::frmKVXCondensedReport()
     connectEvents();
 }
 
-void frmKVXCondensedReport::makeDeferredParts()
+void frmKVXCondensedReport::buildControls()
 {
-    if (m_partsMade)
-        return;
-    m_partsMade = true;
     m_page = new QFrame;
     m_page->setObjectName(QStringLiteral("frKVXReport"));
     makePaper(*m_page);
@@ -534,19 +531,10 @@ QWidget* frmKVXCondensedReport::buildTable(QWidget* page)
     grid->setContentsMargins(0, 0, 0, 0);
     grid->setSpacing(0);
 
-    m_tableGrid = grid;
-    addTableRows(0, RowCount);
-    return table;
-}
-
-void frmKVXCondensedReport::addTableRows(int first, int last)
-{
-    QGridLayout* grid = m_tableGrid;
-    QWidget* table = grid->parentWidget();
     for (int c = 0; c < KvxColumnCount; ++c) {
         const ColumnLook& look = Columns[static_cast<std::size_t>(c)];
         const QString array = QString::fromLatin1(look.array);
-        for (int n = first; n <= last; ++n) {
+        for (int n = 0; n <= RowCount; ++n) {
             const bool head = n == 0;
             QLabel* cell = makeLabel(table, indexedName(array, n),
                                      head ? QString::fromLatin1(look.head) : QString());
@@ -566,6 +554,7 @@ void frmKVXCondensedReport::addTableRows(int first, int last)
             m_cells[static_cast<std::size_t>(c)][static_cast<std::size_t>(n)] = cell;
         }
     }
+    return table;
 }
 
 QWidget* frmKVXCondensedReport::buildCompensationLine(QWidget* page)
@@ -646,31 +635,31 @@ QWidget* frmKVXCondensedReport::buildGraph(QWidget* page)
 
 KvxKneeChart& frmKVXCondensedReport::CWGraph1() const
 {
-    const_cast<frmKVXCondensedReport*>(this)->makeDeferredParts();
+    const_cast<frmKVXCondensedReport*>(this)->makeControls();
     return *m_graph;
 }
 
 QComboBox* frmKVXCondensedReport::cbCompensation() const
 {
-    const_cast<frmKVXCondensedReport*>(this)->makeDeferredParts();
+    const_cast<frmKVXCondensedReport*>(this)->makeControls();
     return m_compensation;
 }
 
 QFrame* frmKVXCondensedReport::frKVXReport() const
 {
-    const_cast<frmKVXCondensedReport*>(this)->makeDeferredParts();
+    const_cast<frmKVXCondensedReport*>(this)->makeControls();
     return m_page;
 }
 
 QLabel* frmKVXCondensedReport::imgLogo() const
 {
-    const_cast<frmKVXCondensedReport*>(this)->makeDeferredParts();
+    const_cast<frmKVXCondensedReport*>(this)->makeControls();
     return m_logo;
 }
 
 QLabel* frmKVXCondensedReport::cell(KvxColumn column, int n) const
 {
-    const_cast<frmKVXCondensedReport*>(this)->makeDeferredParts();
+    const_cast<frmKVXCondensedReport*>(this)->makeControls();
     return m_cells.at(static_cast<std::size_t>(column)).at(static_cast<std::size_t>(n));
 }
 
@@ -684,11 +673,6 @@ void frmKVXCondensedReport::adoptDesignTexts()
     }
     if (model.lbKneeType.isEmpty())
         model.lbKneeType = QString::fromLatin1(DesignedKneeType);
-}
-
-QString frmKVXCondensedReport::pageText(const QString& control) const
-{
-    return controlText(*this, control);
 }
 
 void frmKVXCondensedReport::connectEvents()
@@ -814,7 +798,7 @@ void frmKVXCondensedReport::mnPrint_Click()
 
 void frmKVXCondensedReport::printReportPages(PrintPages& pages, int copies)
 {
-    makeDeferredParts();
+    makeControls();
     // The page is paper-white on the screen already, so its colours stay; the
     // scroll bar is the window's, not the page's, and never reaches paper.
     const auto label = [this](const char* name) {
@@ -891,7 +875,7 @@ void frmKVXCondensedReport::mirrorModel()
     }
     m_area->setPageTop(twipsToPixels(model.frKVXReportTop, m_area->logicalDpiY()));
     // A page not made yet shows the model once it is.
-    if (!m_partsMade)
+    if (!controlsMade())
         return;
 
     for (int c = 0; c < KvxColumnCount; ++c) {
@@ -949,9 +933,9 @@ void frmKVXCondensedReport::FillTextsKvxCondensedReport()
     for (int c = 0; c < KvxColumnCount; ++c) {
         const QString head =
             indexedName(QString::fromLatin1(Columns[static_cast<std::size_t>(c)].array), 0);
-        model.cell(static_cast<KvxReportColumn>(c), 0) = pageText(head);
+        model.cell(static_cast<KvxReportColumn>(c), 0) = controlText(*this, head);
     }
-    model.lbKneeType = pageText(QStringLiteral("lbKneeType"));
+    model.lbKneeType = controlText(*this, QStringLiteral("lbKneeType"));
     mirrorModel();
 }
 

@@ -29,7 +29,6 @@
 #include <array>
 
 class QComboBox;
-class QGridLayout;
 class QEventLoop;
 class QFrame;
 class QLabel;
@@ -95,23 +94,14 @@ public:
     // page in hand), and the window back as it was. The caller ends the job.
     void printReportPages(PrintPages& pages, int copies);
 
-    // The label of `column` in row `n`, 0 being the column head. A row of
-    // data, like the chart, makes the deferred parts if need be.
+    // The label of `column` in row `n`, 0 being the column head. This and
+    // the other controls of the page make the page if need be.
     QLabel* cell(KvxColumn column, int n) const;
     QComboBox* cbCompensation() const;
     KvxKneeChart& CWGraph1() const;
     QFrame* frKVXReport() const;
     QScrollBar* VScroll1() const;
     QLabel* imgLogo() const;
-    // The page (head, table, chart) is what the window costs to make, and
-    // the main window's first paint needs none of it: it is made when first
-    // asked for, when the window is shown or printed, or when the program is
-    // idle after start-up. Until then the window keeps the language's texts
-    // for it, and the page then shows them and what the model holds.
-    void makeDeferredParts() override;
-    bool deferredPartsMade() const { return m_partsMade; }
-    bool keepsTexts() const override { return !m_partsMade; }
-    void makeControls() override { makeDeferredParts(); }
     // The logo's box and the head label it centres on.
     LogoTarget& logoTarget() { return m_pageLogo; }
     // The window if it has been made, else none.
@@ -129,6 +119,13 @@ public:
     void loadLogo(const QString& path, double left, double top) override;
 
 protected:
+    // The page (head, table, chart) is what the window costs to make, and
+    // the main window's first paint needs none of it: it is made when first
+    // asked for, when the window is shown or printed, or when the program is
+    // idle after start-up (makeControls). Until then the window keeps the
+    // language's texts for it, and the page then shows them and what the
+    // model holds.
+    void buildControls() override;
     void closeEvent(QCloseEvent* event) override;
     // The window's load runs once, on the first fill of its texts or the
     // first bring-up, whichever comes first, as the language needs to be
@@ -143,15 +140,11 @@ private:
     QWidget* buildTitleLine(QWidget* page);
     QWidget* buildHead(QWidget* page);
     QWidget* buildTable(QWidget* page);
-    // The labels of table rows `first` to `last` (0 is the heads).
-    void addTableRows(int first, int last);
     QWidget* buildCompensationLine(QWidget* page);
     QWidget* buildGraph(QWidget* page);
     void connectEvents();
     // The events of the page's controls, once it is made.
     void connectPage();
-    // The text the page's control `control` has, or will have once made.
-    QString pageText(const QString& control) const;
     // The design captions of the heads and the knee label, as the model's
     // first cells.
     void adoptDesignTexts();
@@ -162,8 +155,6 @@ private:
     QLabel* m_logo = nullptr;
     DesignedLogo m_pageLogo;
     KvxKneeChart* m_graph = nullptr;
-    QGridLayout* m_tableGrid = nullptr;
-    bool m_partsMade = false;
     std::array<std::array<QLabel*, RowCount + 1>, KvxColumnCount> m_cells{};
 };
 

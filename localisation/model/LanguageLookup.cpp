@@ -67,67 +67,62 @@ CodePage languageFileCodePage(const QString& file)
     return CodePage::Windows1252;
 }
 
-class LanguageFilesRead::Installation : public Installed<LanguageFilesRead::Files>
-{
-public:
-    using Installed<LanguageFilesRead::Files>::Installed;
-};
-
 LanguageFilesRead::LanguageFilesRead()
 {
     if (Slot<Files>::installed())
         return;
     m_files = std::make_unique<Files>();
-    m_installed = std::make_unique<Installation>(*m_files);
+    m_installed.emplace(*m_files);
 }
 
 LanguageFilesRead::~LanguageFilesRead() = default;
 
 namespace {
 
-// One line of a language file as a lookup sees it: its key and its text.
+// One line of a language file as a lookup sees it: the key before its first
+// comma and the text after it, both trimmed, the text's "\n" made line breaks.
 struct KeyLine
 {
-    bool hasComma = false;
-    QString key;
-    QString text;
+    explicit KeyLine(const QString& rawLine) : line(trimBlanks(rawLine)), comma(line.indexOf(u','))
+    {
+    }
+    bool hasKey() const { return comma >= 0; }
+    QString key() const { return TrimSpacesAndTabs(line.left(comma)); }
+    QString text() const
+    {
+        QString text = TrimSpacesAndTabs(line.mid(comma + 1));
+        text.replace(QStringLiteral("\\n"), QStringLiteral("\r\n"));
+        return text;
+    }
+
+    QString line;
+    qsizetype comma;
 };
 
-KeyLine splitKeyLine(const QString& rawLine)
-{
-    const QString line = trimBlanks(rawLine);
-    const qsizetype comma = line.indexOf(u',');
-    if (comma < 0)
-        return {};
-    KeyLine parsed{true, TrimSpacesAndTabs(line.left(comma)),
-                   TrimSpacesAndTabs(line.mid(comma + 1))};
-    parsed.text.replace(QStringLiteral("\\n"), QStringLiteral("\r\n"));
-    return parsed;
-}
-
 // The whole file read as the scan reads it, line by line up to its end or to
-// the first failure after the open.
-LanguageFilesRead::File readLanguageFile(const QString& file)
+// the first failure after the open; nothing when it cannot be opened, so that
+// each lookup opens it and fails as it always has.
+std::optional<LanguageFilesRead::File> readLanguageFile(const QString& file)
 {
-    LanguageFilesRead::File read;
     SequentialFiles& files = SequentialFiles::instance();
     const Int16 fileNo = files.freeFile();
     try {
         files.open(fileNo, file, SequentialFiles::Mode::Input, languageFileCodePage(file));
     } catch (const RuntimeError&) {
-        return read; // not kept: each lookup opens it and fails as it always has
+        return std::nullopt;
     }
-    read.opened = true;
     const FileNumberGuard guard(fileNo);
+    LanguageFilesRead::File read;
     try {
         for (bool first = true;; first = false) {
-            const KeyLine line = splitKeyLine(files.lineInput(fileNo));
-            if (first && line.hasComma && line.key.isEmpty()) {
-                read.firstLineHasEmptyKey = true;
-                read.firstLineText = line.text;
+            const KeyLine line(files.lineInput(fileNo));
+            if (line.hasKey()) {
+                const QString key = line.key();
+                if (first && key.isEmpty())
+                    read.firstLineText = line.text();
+                if (!read.texts.contains(key))
+                    read.texts.insert(key, line.text());
             }
-            if (line.hasComma && !read.texts.contains(line.key))
-                read.texts.insert(line.key, line.text);
             if (files.eof(fileNo))
                 break;
         }
@@ -145,17 +140,18 @@ std::optional<QString> readText(const QString& key, const QString& file)
         return std::nullopt;
     auto& read = Slot<LanguageFilesRead::Files>::current().files;
     auto it = read.find(file);
-    if (it == read.end() || !it->second.opened)
-        it = read.insert_or_assign(file, readLanguageFile(file)).first;
-    const LanguageFilesRead::File& known = it->second;
-    if (!known.opened)
-        return std::nullopt;
+    if (it == read.end()) {
+        std::optional<LanguageFilesRead::File> made = readLanguageFile(file);
+        if (!made)
+            return std::nullopt;
+        it = read.emplace(file, std::move(*made)).first;
+    }
     // The scan takes a file number for its run, and fails when none is free.
     SequentialFiles::instance().freeFile();
     const QString wanted = trimBlanks(key);
     if (wanted.isEmpty())
-        return known.firstLineHasEmptyKey ? known.firstLineText : QString();
-    return known.texts.value(wanted);
+        return it->second.firstLineText.value_or(QString());
+    return it->second.texts.value(wanted);
 }
 
 bool oemFileExists(const QString& file)
@@ -187,13 +183,9 @@ QString FindKeyInLanguageFile(const QString& key, const QString& file)
     try {
         const QString wanted = trimBlanks(key);
         for (;;) {
-            const QString line = trimBlanks(files.lineInput(fileNo));
-            const qsizetype comma = line.indexOf(u',');
-            if (comma >= 0 && TrimSpacesAndTabs(line.left(comma)) == wanted) {
-                QString text = TrimSpacesAndTabs(line.mid(comma + 1));
-                text.replace(QStringLiteral("\\n"), QStringLiteral("\r\n"));
-                return text;
-            }
+            const KeyLine line(files.lineInput(fileNo));
+            if (line.hasKey() && line.key() == wanted)
+                return line.text();
             // An empty key gives up after the first line that does not match.
             if (wanted.isEmpty() || files.eof(fileNo))
                 return {};

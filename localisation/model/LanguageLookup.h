@@ -5,6 +5,7 @@
 #pragma once
 
 #include "shell/model/CodePage.h"
+#include "shell/model/Session.h"
 
 #include <QHash>
 #include <QString>
@@ -12,6 +13,7 @@
 
 #include <map>
 #include <memory>
+#include <optional>
 
 namespace quenby {
 
@@ -43,10 +45,8 @@ public:
     // first line's text when its key is empty.
     struct File
     {
-        bool opened = false;
         QHash<QString, QString> texts;
-        bool firstLineHasEmptyKey = false;
-        QString firstLineText;
+        std::optional<QString> firstLineText;
     };
     struct Files
     {
@@ -56,8 +56,7 @@ public:
 
 private:
     std::unique_ptr<Files> m_files; // none when another one is in force
-    class Installation;
-    std::unique_ptr<Installation> m_installed;
+    std::optional<Installed<Files>> m_installed;
 };
 
 // Drops blanks and tabs at both ends.

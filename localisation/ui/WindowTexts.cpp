@@ -25,6 +25,14 @@ QObject* findControl(const QWidget& window, const QString& control)
 }
 } // namespace
 
+void KeptControlTexts::makeControls()
+{
+    if (m_made)
+        return;
+    m_made = true;
+    buildControls();
+}
+
 void KeptControlTexts::keep(const QString& control, const QString& text)
 {
     for (auto& [name, kept] : m_kept) {

@@ -30,18 +30,24 @@ class KeptControlTexts
 {
 public:
     virtual ~KeptControlTexts() = default;
+    // Makes the controls made later, once: buildControls, which puts the kept
+    // texts on them (putKeptTexts) where the window's order wants them.
+    void makeControls();
+    bool controlsMade() const { return m_made; }
     // Whether a control not found is one made later, so that its text is kept.
-    virtual bool keepsTexts() const = 0;
-    // Makes the controls whose texts are kept, and puts the texts on them.
-    virtual void makeControls() = 0;
+    bool keepsTexts() const { return !m_made; }
     void keep(const QString& control, const QString& text);
     // The text kept for `control`, or none.
     const QString* kept(const QString& control) const;
+
+protected:
+    virtual void buildControls() = 0;
     // Puts the kept texts on the controls of `window` and forgets them.
     void putKeptTexts(QWidget& window);
 
 private:
     std::vector<std::pair<QString, QString>> m_kept;
+    bool m_made = false;
 };
 
 // Runs the fill routine `routine` ("FillTextsMain") on `window`.

@@ -1,5 +1,6 @@
 #include "report/ui/ReportWindow.h"
 
+#include "localisation/ui/WindowTexts.h"
 #include "shell/model/RuntimeError.h"
 
 #include <QComboBox>
@@ -89,11 +90,11 @@ void ReportWindow::cbCompensation_Click(QComboBox& box, int index)
     mirrorModel();
 }
 
-void ReportWindow::setVisible(bool visible)
+void ModalWindow::setVisible(bool visible)
 {
-    if (visible)
-        makeDeferredParts();
-    ModalWindow::setVisible(visible);
+    if (auto* later = dynamic_cast<KeptControlTexts*>(this); later && visible)
+        later->makeControls();
+    QMainWindow::setVisible(visible);
 }
 
 void ReportWindow::showEvent(QShowEvent* event)

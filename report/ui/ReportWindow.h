@@ -39,6 +39,9 @@ public:
     // Focus if the window is visible; else a modal show over `owner` that
     // returns once the window stays hidden.
     void showModalOver(QWidget* owner);
+    // A window that makes its page later makes it here at the latest, before
+    // it is shown.
+    void setVisible(bool visible) override;
 
 protected:
     ModalWindow() = default;
@@ -63,12 +66,6 @@ public:
 
     // Copies the report model into the controls. Does nothing before the load.
     virtual void mirrorModel() = 0;
-
-    // A report makes the heavy parts of its page that the start-up does not
-    // need (rows of cells, charts) later: here, at the latest before it is
-    // shown. Making them twice does nothing.
-    virtual void makeDeferredParts() {}
-    void setVisible(bool visible) override;
 
     // The items, the chosen entry and the text of a report's compensation box
     // on the box, without raising its events.

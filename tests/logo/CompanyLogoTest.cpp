@@ -147,7 +147,7 @@ private Q_SLOTS:
         QCOMPARE(scripted->messages.shown[0].title, success);
         QCOMPARE(scripted->messages.shown[0].icon, MsgIcon::Exclamation);
         // A report page made after the command takes the logo with it.
-        QVERIFY(!frmZBLBasicReport::instance().deferredPartsMade());
+        QVERIFY(!frmZBLBasicReport::instance().controlsMade());
         QVERIFY(hasPicture(frmKVXCondensedReport::instance().imgLogo()));
         QVERIFY(hasPicture(frmZBLBasicReport::instance().frResistance()->findChild<QLabel*>(
             QStringLiteral("imgLogo"))));

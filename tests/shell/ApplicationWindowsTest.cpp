@@ -115,8 +115,8 @@ private Q_SLOTS:
         main.Form_Load();
         frmKVXCondensedReport& kvx = frmKVXCondensedReport::instance();
         frmZBLBasicReport& zbl = frmZBLBasicReport::instance();
-        QVERIFY(!kvx.deferredPartsMade());
-        QVERIFY(!zbl.deferredPartsMade());
+        QVERIFY(!kvx.controlsMade());
+        QVERIFY(!zbl.controlsMade());
         QVERIFY(!kvx.findChild<QLabel*>("lbKneeType"));
         QVERIFY(!zbl.findChild<QLineEdit*>("txtTapA(0)"));
         // Their titles and menus are there; the model has the heads already.
@@ -139,13 +139,13 @@ private Q_SLOTS:
                          textIn("polish.lng", entry.key));
             }
         }
-        QVERIFY(!kvx.deferredPartsMade());
-        QVERIFY(!zbl.deferredPartsMade());
+        QVERIFY(!kvx.controlsMade());
+        QVERIFY(!zbl.controlsMade());
 
         // Once the main window is on screen, both pages are made while idle.
         makeReportPagesWhenIdle(main);
         main.show();
-        QTRY_VERIFY(kvx.deferredPartsMade() && zbl.deferredPartsMade());
+        QTRY_VERIFY(kvx.controlsMade() && zbl.controlsMade());
         QVERIFY(!kvx.isVisible());
         QVERIFY(!zbl.isVisible());
         main.hide();

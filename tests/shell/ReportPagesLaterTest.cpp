@@ -88,7 +88,7 @@ private Q_SLOTS:
     {
         frmMain& main = frmMain::instance();
         frmKVXCondensedReport& report = frmKVXCondensedReport::instance();
-        QVERIFY(!report.deferredPartsMade());
+        QVERIFY(!report.controlsMade());
         scripted->files.answers.push_back(samplePath("kvx-ten-taps.txt"));
 
         QStringList seen;
@@ -108,7 +108,7 @@ private Q_SLOTS:
             },
             [&] { main.menuEntry("mnKVXFiles")->trigger(); });
 
-        QVERIFY(report.deferredPartsMade());
+        QVERIFY(report.controlsMade());
         QCOMPARE(seen, (QStringList{"IEEE 30", "X1-X2",
                                     french("frmKVXCondensedReport.lbTexteCompensedFactor.Caption"),
                                     "1"}));
@@ -120,8 +120,8 @@ private Q_SLOTS:
         frmMain& main = frmMain::instance();
         frmZBLBasicReport& report = frmZBLBasicReport::instance();
         frmZBLVGraph& graph = frmZBLVGraph::instance();
-        QVERIFY(!report.deferredPartsMade());
-        QVERIFY(!graph.deferredPartsMade());
+        QVERIFY(!report.controlsMade());
+        QVERIFY(!graph.controlsMade());
         scripted->files.answers.push_back(samplePath("zbl-manual-19-rows.zbl"));
 
         QStringList onReport;
@@ -154,8 +154,8 @@ private Q_SLOTS:
             },
             [&] { main.menuEntry("mnZBLFiles")->trigger(); });
 
-        QVERIFY(report.deferredPartsMade());
-        QVERIFY(graph.deferredPartsMade());
+        QVERIFY(report.controlsMade());
+        QVERIFY(graph.controlsMade());
         QCOMPARE(onReport,
                  (QStringList{"19", "0", french("frmZBLBasicReport.lbTexteCHANA.Caption")}));
         QCOMPARE(onGraph.size(), 2);

@@ -59,9 +59,8 @@ QString zoned(const QStringList& items)
     return line;
 }
 
-const QString TableHead = QStringLiteral(
-    "             Tap         Winding          Resistance   Tap         Winding         "
-    "Resistance   Current        Interval        Total    ");
+// The maker writes the head the ZBL reader and the save know.
+const QString TableHead = QString::fromLatin1(ZblTableHead);
 
 sim::ZblReading reading(const QString& tapA, const QString& a1, const QString& a2,
                         const QString& resA, const QString& tapB, const QString& b1,

@@ -130,7 +130,7 @@ TEST(zblSamples, UploadedFilesFollowTheUploadLayout)
         for (int n = 2; n <= 11; ++n)
             EXPECT_NE(lines[n][14], u' ') << n;
         EXPECT_EQ(lines[12], zblRule());
-        EXPECT_EQ(lines[13], ZblTableHead);
+        EXPECT_EQ(lines[13], QString::fromLatin1(ZblTableHead));
         EXPECT_EQ(lines[13].size(), 136);
         EXPECT_EQ(lines[14], zblRule());
         EXPECT_EQ(lines.last(), zblRule());
@@ -149,7 +149,7 @@ TEST(zblSamples, SavedFilesFollowTheSaveLayout)
         EXPECT_EQ(lines[1], QStringLiteral("ZBL Report"));
         EXPECT_EQ(lines[3], QStringLiteral("Mode:         "));
         EXPECT_EQ(lines[12], zblRule());
-        EXPECT_EQ(lines[13], ZblTableHead);
+        EXPECT_EQ(lines[13], QString::fromLatin1(ZblTableHead));
         EXPECT_EQ(lines[14], zblRule());
         EXPECT_EQ(lines[15 + s.rows], QString());
         const QString& factor = lines[15 + s.rows + 1];

@@ -312,7 +312,7 @@ TEST_F(zblReader, TwoExtraHeaderLinesBringTheTableHeadIntoTheTable)
     lines.insert(12, QStringLiteral("Notes go on here"));
     lines.insert(13, QStringLiteral("and here"));
     ASSERT_EQ(loadLines(lines), 0);
-    EXPECT_EQ(row(0), samples::ZblTableHead);
+    EXPECT_EQ(row(0), QString::fromLatin1(ZblTableHead));
     EXPECT_EQ(row(1), QString(136, u'-'));
     EXPECT_EQ(row(2), OffRow);
     // The head's words are cut like a row: "Tap" is the row mark.

@@ -34,7 +34,7 @@ QStringList uploadedLines(const QStringList& rows, const QString& mode)
                       QStringLiteral("Temperature:  20 C"),
                       QStringLiteral("Notes:        None"),
                       samples::zblRule(),
-                      samples::ZblTableHead,
+                      QString::fromLatin1(ZblTableHead),
                       samples::zblRule()};
     lines << rows << samples::zblRule();
     return lines;

@@ -4,11 +4,13 @@
 #include "shell/model/Dynamic.h"
 #include "shell/model/NumberText.h"
 
+#include "zbl/model/ZblTestRecord.h"
+
 namespace quenby::samples {
 
-const QString ZblTableHead = QStringLiteral(
-    "             Tap         Winding          Resistance   Tap         Winding         "
-    "Resistance   Current        Interval        Total    ");
+namespace {
+const QString TableHead = QString::fromLatin1(ZblTableHead);
+} // namespace
 
 QString zblRule()
 {
@@ -68,7 +70,7 @@ Int16 writeUploadedZblFile(const QString& path, const ZblUploadFile& f)
     line(QStringLiteral("Temperature:  ") + f.temperature);
     line(QStringLiteral("Notes:        ") + f.notes);
     line(zblRule());
-    line(ZblTableHead);
+    line(TableHead);
     line(zblRule());
 
     for (const ZblUploadReading& r : f.readings) {
@@ -103,7 +105,7 @@ QStringList zblSavedLines(const ZblSavedFile& f)
           << QStringLiteral("Manufacturer: ") + f.manufacturer
           << QStringLiteral("Operator:     ") + f.operatorName
           << QStringLiteral("Temperature:  ") + f.temperature
-          << QStringLiteral("Notes:        ") + f.notes << zblRule() << ZblTableHead << zblRule();
+          << QStringLiteral("Notes:        ") + f.notes << zblRule() << TableHead << zblRule();
     for (const ZblSavedRow& r : f.rows) {
         ZonedLine row;
         row.add(QStringLiteral("-"));

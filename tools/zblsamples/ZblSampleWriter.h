@@ -18,8 +18,6 @@
 
 namespace quenby::samples {
 
-// The table head: 136 characters, channel A, channel B, then the common three.
-extern const QString ZblTableHead;
 // The rule around the table head and under the last row of an upload.
 QString zblRule();
 

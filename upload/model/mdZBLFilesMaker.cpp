@@ -16,6 +16,8 @@ namespace quenby {
 
 namespace {
 
+// The head the ZBL reader knows (ZblTestRecord.h, out of this subsystem's
+// reach); the maker's test holds the two equal.
 const QString TableHead = QStringLiteral(
     "             Tap         Winding          Resistance   Tap         Winding         "
     "Resistance   Current        Interval        Total    ");

@@ -23,10 +23,6 @@ namespace {
 
 const QString ZblEnding = QStringLiteral(".zbl");
 
-const QString TableHead = QStringLiteral(
-    "             Tap         Winding          Resistance   Tap         Winding         "
-    "Resistance   Current        Interval        Total    ");
-
 // The characters from 1-based position `start` on, at most `length` of them,
 // as the platform's text service cuts them: a start before the first
 // character is an invalid argument, one past the end gives "".
@@ -116,7 +112,7 @@ void writeHead(Int16 fileNo, const ZblBasicReportModel& report)
     printLine(fileNo, QStringLiteral("Temperature:  ") + report.txtTemperature);
     printLine(fileNo, QStringLiteral("Notes:        ") + report.txtNotes);
     printLine(fileNo, QString(136, u'-'));
-    printLine(fileNo, TableHead);
+    printLine(fileNo, QString::fromLatin1(ZblTableHead));
     printLine(fileNo, QString(136, u'-'));
 }
 

@@ -19,6 +19,11 @@ namespace quenby {
 inline constexpr int ZblRowSlots = 123;   // elements of every row array
 inline constexpr int ZblRowsUsed = 122;   // elements 0 to 121 are read and shown
 inline constexpr int ZblHeaderLines = 10; // the date line to the notes line
+// The line that heads the table of a ZBL test file, between its two rules, as
+// the instrument writes it and the save writes it again.
+inline constexpr char ZblTableHead[] =
+    "             Tap         Winding          Resistance   Tap         Winding         "
+    "Resistance   Current        Interval        Total    ";
 
 using ZblRowTexts = std::array<QString, ZblRowSlots>;
 using ZblRowNumbers = std::array<double, ZblRowSlots>;

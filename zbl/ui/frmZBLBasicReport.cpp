@@ -211,6 +211,13 @@ void frmZBLBasicReport::connectPage()
         connect(box, &QLineEdit::textEdited, this,
                 [field](const QString& text) { zblBasicReport().*field = text; });
     }
+    for (int c = 0; c < ZblColumnCount; ++c) {
+        for (int r = 0; r < RowCount; ++r) {
+            const auto column = static_cast<ZblReportColumn>(c);
+            connect(cell(static_cast<ZblColumn>(c), r), &QLineEdit::textEdited, this,
+                    [column, r](const QString& text) { zblBasicReport().cell(column, r) = text; });
+        }
+    }
 
     connect(m_compensation, &QComboBox::activated, this,
             [this](int index) { cbCompensation_Click(*m_compensation, index); });
@@ -340,29 +347,17 @@ void frmZBLBasicReport::mirrorModel()
         m_scroll->setVisible(model.VScroll1Visible);
     }
     // A page not made yet shows the model once it is.
-    if (!m_partsMade)
+    if (!controlsMade())
         return;
 
     for (const HeadField& head : EditedHead)
         putText(*findChild<QLineEdit*>(QString::fromLatin1(head.control)), model.*head.field);
     for (const HeadField& head : ShownHead)
         findChild<QLabel*>(QString::fromLatin1(head.control))->setText(model.*head.field);
-    mirrorCells();
-    mirrorCompensation(*m_compensation, model.cbCompensationItems, model.cbCompensationIndex,
-                       model.cbCompensationText);
-
-    // The frame's top is in twips and goes negative as the page scrolls up.
-    const int top = model.frResistanceTop;
-    m_page->move(m_page->x(), top < 0 ? -pixelsOfTwips(-top) : pixelsOfTwips(top));
-}
-
-void frmZBLBasicReport::mirrorCells()
-{
-    const ZblBasicReportModel& model = zblBasicReport();
     for (int c = 0; c < ZblColumnCount; ++c) {
         const auto column = static_cast<ZblReportColumn>(c);
         for (int r = 0; r < RowCount; ++r) {
-            QLineEdit* box = m_cells[static_cast<std::size_t>(c)][static_cast<std::size_t>(r)];
+            QLineEdit* box = cell(static_cast<ZblColumn>(c), r);
             if (box->text() != model.cell(column, r)) {
                 putText(*box, model.cell(column, r));
                 fitCellText(*box);
@@ -370,6 +365,12 @@ void frmZBLBasicReport::mirrorCells()
             box->setVisible(model.rowVisible(r));
         }
     }
+    mirrorCompensation(*m_compensation, model.cbCompensationItems, model.cbCompensationIndex,
+                       model.cbCompensationText);
+
+    // The frame's top is in twips and goes negative as the page scrolls up.
+    const int top = model.frResistanceTop;
+    m_page->move(m_page->x(), top < 0 ? -pixelsOfTwips(-top) : pixelsOfTwips(top));
 }
 
 void frmZBLBasicReport::buildMenu()
@@ -478,24 +479,27 @@ void frmZBLBasicReport::buildTable(QWidget* page, int top)
     totalTime->setGeometry(border->geometry().adjusted(1, 1, -1, -1));
 
     const int rowTop = columnTop + columnHead;
-    m_rowsTop = rowTop;
-    for (std::size_t c = 0; c < static_cast<std::size_t>(ZblColumnCount); ++c) {
-        m_columnLeft[c] = x(c);
-        m_columnWidth[c] = width(c);
+    for (int r = 0; r < RowCount; ++r) {
+        const int y = rowTop + pixelsOfTwips(r * RowHeightTwips);
+        const int h = pixelsOfTwips((r + 1) * RowHeightTwips) - pixelsOfTwips(r * RowHeightTwips);
+        for (std::size_t c = 0; c < static_cast<std::size_t>(ZblColumnCount); ++c) {
+            const QString array = c < ChannelColumns.size()
+                                      ? QString::fromLatin1(ChannelColumns[c].cells)
+                                      : QString::fromLatin1(TotalTimeCells);
+            QLineEdit* cell = makeTableTextBox(page, indexedName(array, r));
+            cell->setGeometry(x(c), y, width(c), h);
+            m_cells[c][static_cast<std::size_t>(r)] = cell;
+        }
     }
     page->setGeometry(0, 0, pixelsOfTwips(PageWidthTwips),
                       rowTop + pixelsOfTwips(RowCount * RowHeightTwips) +
                           pixelsOfTwips(RowHeightTwips));
 }
 
-void frmZBLBasicReport::makeDeferredParts()
+void frmZBLBasicReport::buildControls()
 {
-    if (m_partsMade)
-        return;
-    m_partsMade = true;
     buildPage(m_viewport);
     m_compensation = findChild<QComboBox*>(QStringLiteral("cbCompensation"));
-    makeRows();
     connectPage();
     // The language's texts for the page, fitted, then what the model holds.
     putKeptTexts(*this);
@@ -505,40 +509,19 @@ void frmZBLBasicReport::makeDeferredParts()
 
 QComboBox* frmZBLBasicReport::cbCompensation() const
 {
-    const_cast<frmZBLBasicReport*>(this)->makeDeferredParts();
+    const_cast<frmZBLBasicReport*>(this)->makeControls();
     return m_compensation;
 }
 
 QFrame* frmZBLBasicReport::frResistance() const
 {
-    const_cast<frmZBLBasicReport*>(this)->makeDeferredParts();
+    const_cast<frmZBLBasicReport*>(this)->makeControls();
     return m_page;
-}
-
-void frmZBLBasicReport::makeRows()
-{
-    for (int r = 0; r < RowCount; ++r) {
-        const int y = m_rowsTop + pixelsOfTwips(r * RowHeightTwips);
-        const int h = pixelsOfTwips((r + 1) * RowHeightTwips) - pixelsOfTwips(r * RowHeightTwips);
-        for (std::size_t c = 0; c < static_cast<std::size_t>(ZblColumnCount); ++c) {
-            const QString array = c < ChannelColumns.size()
-                                      ? QString::fromLatin1(ChannelColumns[c].cells)
-                                      : QString::fromLatin1(TotalTimeCells);
-            QLineEdit* box = makeTableTextBox(m_page, indexedName(array, r));
-            box->setGeometry(m_columnLeft[c], y, m_columnWidth[c], h);
-            m_cells[c][static_cast<std::size_t>(r)] = box;
-            m_tableParts.push_back(box);
-            // What the operator types into a cell is the report's working copy.
-            const auto column = static_cast<ZblReportColumn>(c);
-            connect(box, &QLineEdit::textEdited, this,
-                    [column, r](const QString& text) { zblBasicReport().cell(column, r) = text; });
-        }
-    }
 }
 
 QLineEdit* frmZBLBasicReport::cell(ZblColumn column, int row) const
 {
-    const_cast<frmZBLBasicReport*>(this)->makeDeferredParts();
+    const_cast<frmZBLBasicReport*>(this)->makeControls();
     return m_cells.at(static_cast<std::size_t>(column)).at(static_cast<std::size_t>(row));
 }
 
@@ -547,7 +530,7 @@ void frmZBLBasicReport::FillTextsZblBasicReport()
     if (!m_loaded)
         Form_Load();
     fillWindowTexts(*this, QStringLiteral("FillTextsZblBasicReport"));
-    if (m_partsMade)
+    if (controlsMade())
         fitPageTexts();
 }
 
@@ -576,7 +559,6 @@ void frmZBLBasicReport::fitPageTexts()
         return;
     for (QWidget* part : m_tableParts)
         part->move(part->x(), part->y() + shift);
-    m_rowsTop += shift;
     m_page->resize(m_page->width(), m_page->height() + shift);
     m_tableTop = top;
 }

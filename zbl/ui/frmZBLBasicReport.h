@@ -47,19 +47,9 @@ public:
     // Puts the language texts on the window; loads it first.
     void FillTextsZblBasicReport();
 
-    // The text box of `column` in row `row` (0 to 121); makes the rows if
-    // they are not made yet.
+    // The text box of `column` in row `row` (0 to 121). This and the other
+    // controls of the page make the page if need be.
     QLineEdit* cell(ZblColumn column, int row) const;
-    // The page (head, table heads and the 1,098 boxes of the rows) is what
-    // the window costs to make, and the main window's first paint needs none
-    // of it: it is made when first asked for, when the window is shown, or
-    // when the program is idle after start-up. Until then the window keeps
-    // the language's texts for it, and the page then shows them and what the
-    // model holds.
-    void makeDeferredParts() override;
-    bool deferredPartsMade() const { return m_partsMade; }
-    bool keepsTexts() const override { return !m_partsMade; }
-    void makeControls() override { makeDeferredParts(); }
     QComboBox* cbCompensation() const;
     QScrollBar* VScroll1() const { return m_scroll; }
     QFrame* frResistance() const;
@@ -87,6 +77,13 @@ public:
     ZblColumnHeadTexts columnHeadTexts() const;
 
 protected:
+    // The page (head, table heads and the 1,098 boxes of the rows) is what
+    // the window costs to make, and the main window's first paint needs none
+    // of it: it is made when first asked for, when the window is shown, or
+    // when the program is idle after start-up (makeControls). Until then the
+    // window keeps the language's texts for it, and the page then shows them
+    // and what the model holds.
+    void buildControls() override;
     void closeEvent(QCloseEvent* event) override;
     // The window's load runs once, on the first fill of its texts or the
     // first bring-up, whichever comes first, as the language needs to be
@@ -100,7 +97,6 @@ private:
     void connectEvents();
     // The events of the page's controls, once it is made.
     void connectPage();
-    void makeRows();
     // mnuVGraphA and mnuVGraphB: the graph of one channel over the report.
     void openVGraph(const QString& letter, const QString& channelHead);
     void buildMenu();
@@ -113,21 +109,13 @@ private:
     // under the head.
     void fitPageTexts();
     void fitCellText(QLineEdit& box);
-    // Copies the model's cells and row visibility into the rows.
-    void mirrorCells();
 
     std::array<std::array<QLineEdit*, RowCount>, ZblColumnCount> m_cells{};
     QFrame* m_page = nullptr;
     QWidget* m_head = nullptr;
     std::vector<QWidget*> m_tableParts; // everything of the page under the head
     int m_tableTop = 0;
-    // Where the rows go: the first row's top and each column's left and
-    // width, in pixels; the top follows the table down as the head grows.
-    int m_rowsTop = 0;
-    std::array<int, ZblColumnCount> m_columnLeft{};
-    std::array<int, ZblColumnCount> m_columnWidth{};
     QWidget* m_viewport = nullptr;
-    bool m_partsMade = false;
     QScrollBar* m_scroll = nullptr;
     QComboBox* m_compensation = nullptr;
     DesignedLogo m_pageLogo;

@@ -98,11 +98,8 @@ frmZBLVGraph::frmZBLVGraph()
     resize(pixelsOfTwips(PageWidthTwips) + scroll->sizeHint().width(), 760);
 }
 
-void frmZBLVGraph::makeDeferredParts()
+void frmZBLVGraph::buildControls()
 {
-    if (m_partsMade)
-        return;
-    m_partsMade = true;
     QWidget* viewport = m_viewport;
     QScrollBar* scroll = m_scroll;
     QFrame* page = makeFrame(viewport, QStringLiteral("frZBLVGraph"));
@@ -246,27 +243,20 @@ void mirrorVGraphPage(QWidget& page, const VGraphChart& chart, const VGraphForm&
 
 const VGraphChart& frmZBLVGraph::CWGraph1() const
 {
-    const_cast<frmZBLVGraph*>(this)->makeDeferredParts();
+    const_cast<frmZBLVGraph*>(this)->makeControls();
     return m_graph;
 }
 
 const QGraphicsEllipseItem* frmZBLVGraph::cursorRing() const
 {
-    const_cast<frmZBLVGraph*>(this)->makeDeferredParts();
+    const_cast<frmZBLVGraph*>(this)->makeControls();
     return m_cursor;
-}
-
-void frmZBLVGraph::setVisible(bool visible)
-{
-    if (visible)
-        makeDeferredParts();
-    ModalWindow::setVisible(visible);
 }
 
 void frmZBLVGraph::mirror(const VGraphForm& form)
 {
     // The graph is about to be shown: its page is made now if need be.
-    makeDeferredParts();
+    makeControls();
     mirrorVGraphPage(*this, m_graph, form);
     const VGraphChartState& state = form.CWGraph1;
     m_cursorAt = QPointF(state.cursor.x, state.cursor.y);
@@ -414,7 +404,7 @@ bool frmZBLVGraph::eventFilter(QObject* watched, QEvent* event)
 void frmZBLVGraph::FillTextsZblVGraph()
 {
     fillWindowTexts(*this, QStringLiteral("FillTextsZblVGraph"));
-    if (m_partsMade)
+    if (controlsMade())
         fitTestHeadTitles(*this, pixelsOfTwips(PageWidthTwips), pixelsOfTwips(MarginTwips));
 }
 
@@ -424,7 +414,7 @@ void frmZBLVGraph::applyWindowText(const WindowTextEntry& entry, const QString& 
     if (entry.target != TextTarget::AxisXCaption)
         return;
     m_axisXCaption = text;
-    if (m_partsMade)
+    if (controlsMade())
         m_graph.axisX->setTitleText(text);
 }
 

@@ -40,15 +40,6 @@ public:
     // CWGraph1 with its axes and its one plot.
     const VGraphChart& CWGraph1() const;
 
-    // The page (head, graph, read-out) is made when the graph is first
-    // filled or shown, or asked for; until then the window keeps the
-    // language's texts for it. Start-up needs none of it.
-    void makeDeferredParts();
-    bool deferredPartsMade() const { return m_partsMade; }
-    bool keepsTexts() const override { return !m_partsMade; }
-    void makeControls() override { makeDeferredParts(); }
-    void setVisible(bool visible) override;
-
     // Shows what the model holds for this window: head, channel, plot, axes,
     // cursor, read-out labels, the zoom box and the unzoom hint.
     void mirror(const VGraphForm& form);
@@ -62,6 +53,10 @@ public:
     const QGraphicsEllipseItem* cursorRing() const;
 
 protected:
+    // The page (head, graph, read-out) is made when the graph is first
+    // filled or shown, or asked for (makeControls); until then the window
+    // keeps the language's texts for it. Start-up needs none of it.
+    void buildControls() override;
     // The mouse on the graph: a click, a double click, the cursor drag and
     // the rectangle of a zoom, each handed to the model.
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -92,7 +87,6 @@ private:
     QWidget* m_viewport = nullptr;
     QScrollBar* m_scroll = nullptr;
     QString m_axisXCaption; // from the language, kept for a page made later
-    bool m_partsMade = false;
 };
 
 // The common part of the mirror of both V graph pages: the head, lbCHAN and
